@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <map>
+#include <optional>
+#include <string>
+
+// A fresh temporary folder that HOME and every XDG_* variable point into while the
+// object lives; the previous values come back afterwards. Every fixture that touches
+// files owns one, so no test ever reads or writes the real user's files.
+class QBTestHome
+{
+public:
+    QBTestHome();
+    ~QBTestHome();
+    QBTestHome(const QBTestHome&) = delete;
+    QBTestHome& operator=(const QBTestHome&) = delete;
+
+    QString path() const { return mDir.path(); }
+    // Absolute path of |relative| inside the temporary folder.
+    QString filePath(const QString& relative) const { return mDir.filePath(relative); }
+    std::string stdPath(const QString& relative) const { return filePath(relative).toStdString(); }
+
+private:
+    QTemporaryDir mDir;
+    std::map<std::string, std::optional<std::string>> mSaved;
+};
+
+// Whole content of a file as bytes (empty when it cannot be read).
+QByteArray readFileBytes(const QString& path);
+// Writes |bytes| to |path|, creating missing folders; returns false on failure.
+bool writeFileBytes(const QString& path, const QByteArray& bytes);

@@ -1,0 +1,25 @@
+// Shared main() of every test binary: the whole process runs with HOME and XDG_*
+// in a temporary folder, and Qt on the offscreen platform unless told otherwise.
+#include "TestHome.h"
+
+#include <gtest/gtest.h>
+
+#ifdef QB_TEST_GUI
+#include <QApplication>
+using QBTestApplication = QApplication;
+#else
+#include <QCoreApplication>
+using QBTestApplication = QCoreApplication;
+#endif
+
+#include <cstdlib>
+
+int main(int argc, char** argv)
+{
+    ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    QBTestHome processHome;
+    QBTestApplication application(argc, argv);
+    QBTestApplication::setApplicationName(QStringLiteral("quillbox2-tests"));
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
