@@ -27,9 +27,9 @@ QString QBAppDelegate::getPathToLogFile()
 void QBAppDelegate::applicationDidFinishLaunching()
 {
     qblog::setupLogging(getPathToLogFile().toStdString());
-    logInfoMessage(QStringLiteral("Launch of %1 %2 completed.")
-                       .arg(QCoreApplication::applicationName(),
-                            QCoreApplication::applicationVersion()));
+    logInfoMessage(
+        QStringLiteral("Launch of %1 %2 completed.")
+            .arg(QCoreApplication::applicationName(), QCoreApplication::applicationVersion()));
 
     mWindow = new QMainWindow;
     mWindow->setWindowTitle(QStringLiteral("Quillbox2"));

@@ -11,7 +11,13 @@
 namespace qblog {
 
 // Same numbering as Boost.Log's trivial severity scale.
-enum class Level : int { Debug = 1, Info = 2, Warning = 3, Error = 4 };
+enum class Level : int
+{
+    Debug = 1,
+    Info = 2,
+    Warning = 3,
+    Error = 4
+};
 
 // Log file size (in units of 1024 bytes) past which the file starts afresh at launch.
 inline constexpr unsigned long kDefaultFileSizeLimitKiB = 250;

@@ -48,7 +48,8 @@ const char* historyWord(qblog::Level level)
 std::string bracketText(qblog::Level level)
 {
     char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%-9s] :  ", (std::string("[") + historyWord(level)).c_str());
+    std::snprintf(buffer, sizeof buffer,
+                  "%-9s] :  ", (std::string("[") + historyWord(level)).c_str());
     return buffer;
 }
 
@@ -226,7 +227,7 @@ void clearLogHistory()
     }                                                                                              \
     void function##Message(std::string_view message)                                               \
     {                                                                                              \
-        function("%.*s", static_cast<int>(message.size()), message.data());                       \
+        function("%.*s", static_cast<int>(message.size()), message.data());                        \
     }
 
 QB_DEFINE_LOG_ENTRY(logDebug, qblog::Level::Debug)
