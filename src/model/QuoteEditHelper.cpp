@@ -1,0 +1,217 @@
+#include "model/QuoteEditHelper.h"
+
+#include "core/QuotesRepository.h"
+#include "logging/Log.h"
+#include "logging/ULog.h"
+#include "model/Actions.h"
+#include "model/Notifications.h"
+#include "model/QuotesChangeBatch.h"
+#include "util/NotificationCenter.h"
+#include "util/StringUtilities.h"
+#include "util/UserDefaults.h"
+
+#include <QPointer>
+
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace {
+
+// NSAlert-style numbering: 0 warning, 1 informational, 2 critical.
+constexpr int kDuplicatesAlertStyle = 1;
+
+QBYesNoQuestion& installedQuestion()
+{
+    static QBYesNoQuestion question;
+    return question;
+}
+
+void postForQuote(const QString& name, const QString& uid)
+{
+    QBNotificationCenter::defaultCenter().post(name, QBQuoteEditHelper::notificationSender(),
+                                               {{QBKeyQuoteUID, uid}});
+}
+
+void logQuoteNotFound(const QString& uid)
+{
+    logWarningMessage(QStringLiteral("Quote <%1> not found").arg(uid));
+}
+
+// Record indices grouped by text, each group in repository order.
+std::unordered_map<std::string_view, std::vector<std::size_t>>
+groupByContent(const std::vector<CQuoteRecord>& records)
+{
+    std::unordered_map<std::string_view, std::vector<std::size_t>> groups;
+    groups.reserve(records.size());
+    for (std::size_t index = 0; index < records.size(); ++index)
+        groups[records[index].mContent].push_back(index);
+    return groups;
+}
+
+} // namespace
+
+QObject* QBQuoteEditHelper::notificationSender()
+{
+    static QObject* const sender = [] {
+        auto* object = new QObject;
+        object->setObjectName(QStringLiteral("QBQuoteEditHelper"));
+        return object;
+    }();
+    return sender;
+}
+
+void QBQuoteEditHelper::setYesNoQuestion(QBYesNoQuestion question)
+{
+    installedQuestion() = std::move(question);
+}
+
+void QBQuoteEditHelper::updateQuote(const QString& uid, const QString& content,
+                                    QBUndoManager* undoManager)
+{
+    CQuoteRecord* record = CQuotesRepository::getInstance().findQuote(uid.toStdString());
+    if (record == nullptr) {
+        logQuoteNotFound(uid);
+        return;
+    }
+    // The first text typed into a new quote is undone together with the add.
+    if (!record->mContent.empty())
+        std::make_shared<QBEditQuoteAction>(undoManager, *record)->registerUndo();
+    record->mContent = content.toStdString();
+    postForQuote(QBQuoteDidUpdateNotification, uid);
+}
+
+void QBQuoteEditHelper::addQuoteWithUndoManager(QBUndoManager* undoManager)
+{
+    CQuoteRecord* record = CQuotesRepository::getInstance().addNewQuote();
+    if (record == nullptr) {
+        logWarningMessage("Failed to add quote in addQuoteWithUndoManager:");
+        return;
+    }
+    // Copied first: the record moves when observers change the collection.
+    const CQuoteRecord added = *record;
+    std::make_shared<QBAddQuoteAction>(undoManager, added)->registerUndo();
+    postForQuote(QBQuoteAddedNotification, QString::fromStdString(added.mUID));
+    // Telemetry trigger: trackQuoteAdded (single add).
+}
+
+void QBQuoteEditHelper::addQuotesFromStringArray(const QStringList& strings)
+{
+    auto& repository = CQuotesRepository::getInstance();
+    qint32 added = 0;
+    for (const QString& string : strings) {
+        if (stringByStrippingWhitespace(string).isEmpty()) {
+            logInfoMessage("Skipping empty quote..");
+            continue;
+        }
+        repository.addNewQuote()->mContent = preprocessQuote(string).toStdString();
+        ++added;
+    }
+    QBNotificationCenter::defaultCenter().post(QBQuotesImportedNotification, notificationSender(),
+                                               {{QBKeyImportedQuotesCount, added}});
+    // Telemetry trigger: trackQuoteAdded (batch add, also when nothing was added).
+}
+
+QString QBQuoteEditHelper::preprocessQuote(const QString& text)
+{
+    if (QBUserDefaults::standardUserDefaults().boolForKey(
+            QStringLiteral("QBDefaultsClearTrailingEmptyLines")))
+        return stringByStrippingTrailingWhitespace(text);
+    return text;
+}
+
+bool QBQuoteEditHelper::hasDuplicateQuotes()
+{
+    const auto& records = CQuotesRepository::getInstance().mQuotes;
+    for (const auto& [content, indices] : groupByContent(records)) {
+        for (std::size_t index : indices) {
+            if (records[index].mUID != records[indices.front()].mUID)
+                return true;
+        }
+    }
+    return false;
+}
+
+std::vector<std::string> QBQuoteEditHelper::duplicateQuoteUIDs()
+{
+    // Same list as comparing every record with every other one in repository order,
+    // but each record is only compared within its group of equal texts.
+    const auto& records = CQuotesRepository::getInstance().mQuotes;
+    const auto groups = groupByContent(records);
+    std::vector<std::string> duplicates;
+    std::unordered_set<std::string_view> listed;
+    for (const CQuoteRecord& keeper : records) {
+        if (listed.contains(keeper.mUID))
+            continue;
+        for (std::size_t index : groups.at(keeper.mContent)) {
+            const CQuoteRecord& other = records[index];
+            if (other.mUID != keeper.mUID) {
+                duplicates.push_back(other.mUID);
+                listed.insert(other.mUID);
+            }
+        }
+    }
+    return duplicates;
+}
+
+void QBQuoteEditHelper::checkForDuplicateQuotesWithUndoManager(QBUndoManager* undoManager)
+{
+    if (!hasDuplicateQuotes())
+        return;
+    const QBYesNoQuestion& question = installedQuestion();
+    if (!question) {
+        logWarningMessage("Duplicate quotes found, but no way to ask the user is installed");
+        return;
+    }
+    QPointer<QBUndoManager> guardedUndoManager(undoManager);
+    question(
+        //% "Duplicates Detected"
+        qtTrId("DuplicatesDetectedTitle"),
+        //% "Your collection contains duplicate quotes. Do you want to remove them?"
+        qtTrId("CollectionContainsDuplicatesAskRemove"), kDuplicatesAlertStyle,
+        [guardedUndoManager] { removeDuplicateQuotesWithUndoManager(guardedUndoManager); }, [] {});
+}
+
+void QBQuoteEditHelper::removeDuplicateQuotesWithUndoManager(QBUndoManager* undoManager)
+{
+    const std::vector<std::string> duplicates = duplicateQuoteUIDs();
+    if (duplicates.empty())
+        return;
+
+    const QBQuotesChangeBatch batch;
+    if (undoManager != nullptr)
+        undoManager->beginUndoGrouping();
+    logInfo("Processing %d duplicates", static_cast<int>(duplicates.size()));
+    for (const std::string& uid : duplicates)
+        removeQuote(QString::fromStdString(uid), undoManager, true);
+    if (undoManager != nullptr)
+        undoManager->endUndoGrouping();
+}
+
+void QBQuoteEditHelper::removeQuote(const QString& uid, QBUndoManager* undoManager, bool notify)
+{
+    auto& repository = CQuotesRepository::getInstance();
+    const std::string key = uid.toStdString();
+    const CQuoteRecord* record = repository.findQuote(key);
+    if (record == nullptr) {
+        logQuoteNotFound(uid);
+        return;
+    }
+    std::make_shared<QBRemoveQuoteAction>(undoManager, *record)->registerUndo();
+    if (notify)
+        postForQuote(QBQuoteWillRemoveNotification, uid);
+    repository.removeQuote(key);
+    if (notify && !uid.isNull()) {
+        postForQuote(QBQuoteRemovedNotification, uid);
+        // Telemetry trigger: trackQuoteRemoved (notified removal).
+    }
+}
+
+void QBQuoteEditHelper::removeAllQuotesWithUndoManager(QBUndoManager* undoManager)
+{
+    auto& repository = CQuotesRepository::getInstance();
+    std::make_shared<QBRemoveAllQuotesAction>(undoManager, repository.mQuotes)->registerUndo();
+    repository.removeAllQuotes();
+    QBNotificationCenter::defaultCenter().post(QBQuotesModifiedNotification, notificationSender());
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "model/NotificationObserverTracker.h"
+
+#include <QObject>
+#include <QString>
+#include <QVariantMap>
+
+#include <memory>
+
+class CQuoteRecord;
+
+// The bindable view of one quote: its UID and a copy of its text. A user edit arrives
+// as setContent(), which asks the model to commit it (QBQuoteShouldUpdateNotification)
+// instead of writing the repository itself.
+class QBQuoteValueObject : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString content READ content WRITE setContent NOTIFY contentChanged)
+    Q_PROPERTY(QString quoteUID READ quoteUID CONSTANT)
+
+public:
+    explicit QBQuoteValueObject(const QString& quoteUID, QObject* parent = nullptr);
+    // For callers that already hold the record: saves looking it up again.
+    explicit QBQuoteValueObject(const CQuoteRecord& record, QObject* parent = nullptr);
+    static std::shared_ptr<QBQuoteValueObject> quoteValueObjectWithQuote(const QString& quoteUID);
+
+    // The record's description taken at creation; it goes stale after an edit.
+    QString summaryContent() const { return mSummaryContent; }
+    QString content() const { return mContent; }
+    QString quoteUID() const { return mQuoteUID; }
+    // Looked up anew on every call; null once the record is gone.
+    CQuoteRecord* quoteRecord() const;
+    QBNotificationObserverTracker& notificationTracker() { return mNotificationTracker; }
+
+    // Stores a different text and posts QBQuoteShouldUpdateNotification; the same text
+    // is ignored.
+    void setContent(const QString& content);
+    // Back to the record's present text (unchanged when the record is gone).
+    void resetContent();
+    void handleQuoteDidUpdate(const QVariantMap& userInfo);
+
+signals:
+    void contentChanged(const QString& content);
+
+private:
+    void takeContentFrom(const CQuoteRecord& record);
+    void registerForNotifications();
+
+    QString mSummaryContent;
+    QString mContent;
+    const QString mQuoteUID;
+    QBNotificationObserverTracker mNotificationTracker;
+};
