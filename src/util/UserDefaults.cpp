@@ -1,5 +1,7 @@
 #include "util/UserDefaults.h"
 
+#include "util/NotificationCenter.h"
+
 #include <QDir>
 #include <QMutexLocker>
 
@@ -14,7 +16,12 @@ QString gStandardPathOverride;                     // guarded by gStandardMutex
 QBUserDefaults::QBUserDefaults(const QString& filePath, QObject* parent)
     : QObject(parent), mFilePath(filePath),
       mSettings(std::make_unique<QSettings>(filePath, QSettings::IniFormat))
-{}
+{
+    // The centre is main-thread only; a change made on another thread arrives queued.
+    connect(this, &QBUserDefaults::didChange, this, [this] {
+        QBNotificationCenter::defaultCenter().post(QBUserDefaultsDidChangeNotification, this);
+    });
+}
 
 QBUserDefaults::~QBUserDefaults() = default;
 
