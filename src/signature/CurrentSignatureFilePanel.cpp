@@ -1,0 +1,50 @@
+// The save dialog of QBCurrentSignatureFileHelper: the one part of it that needs widgets.
+#include "signature/CurrentSignatureFileHelper.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMainWindow>
+
+namespace {
+// The window that has the focus, else the first visible main window.
+QWidget* mainWindow()
+{
+    if (QWidget* active = QApplication::activeWindow()) {
+        return active;
+    }
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (window->isVisible() && qobject_cast<QMainWindow*>(window)) {
+            return window;
+        }
+    }
+    return nullptr;
+}
+} // namespace
+
+void QBCurrentSignatureFileHelper::askPathToOutputSignatureFile(
+    const std::function<void(const QUrl&)>& handler)
+{
+    QWidget* window = mainWindow();
+    if (!window) {
+        return;
+    }
+    auto* dialog = new QFileDialog(window);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setWindowModality(Qt::WindowModal);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    //: Default name of the output signature file
+    //% "CurrentSignature.txt"
+    dialog->selectFile(qtTrId("CurrentSignature.txt"));
+    QObject::connect(dialog, &QFileDialog::finished, dialog, [dialog, handler](int result) {
+        if (result != QDialog::Accepted) {
+            return;
+        }
+        const QList<QUrl> urls = dialog->selectedUrls();
+        if (!urls.isEmpty() && handler) {
+            handler(urls.first());
+        }
+    });
+    dialog->open();
+}

@@ -1,0 +1,135 @@
+#include "signature/FileBookmark.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+#include <optional>
+
+namespace {
+
+const QString kVersionKey = QStringLiteral("version");
+const QString kRelativePathKey = QStringLiteral("relativePath");
+const QString kAbsolutePathKey = QStringLiteral("absolutePath");
+const QString kDeviceKey = QStringLiteral("device");
+const QString kInodeKey = QStringLiteral("inode");
+
+struct FileIdentity
+{
+    // Kept as decimal text: JSON numbers cannot hold every 64-bit inode exactly.
+    QString device;
+    QString inode;
+};
+
+std::optional<FileIdentity> identityOf(const QString& path, QString& error)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
+        error = QStringLiteral("Cannot read the file '%1': %2")
+                    .arg(path, QString::fromLocal8Bit(std::strerror(errno)));
+        return std::nullopt;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        error = QStringLiteral("'%1' is not a regular file").arg(path);
+        return std::nullopt;
+    }
+    return FileIdentity{QString::number(static_cast<quint64>(status.st_dev)),
+                        QString::number(static_cast<quint64>(status.st_ino))};
+}
+
+// The save dialog's choice may name a file that does not exist yet.
+bool ensureFileExists(const QString& path, QString& error)
+{
+    const QFileInfo info(path);
+    if (info.exists()) {
+        return true;
+    }
+    if (!info.absoluteDir().exists()) {
+        error = QStringLiteral("The folder '%1' does not exist").arg(info.absolutePath());
+        return false;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+        error = QStringLiteral("Cannot create the file '%1': %2").arg(path, file.errorString());
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+QBFileBookmark::Creation QBFileBookmark::create(const QString& targetPath,
+                                                const QString& baseFilePath)
+{
+    Creation creation;
+    const QString absoluteTarget = QFileInfo(targetPath).absoluteFilePath();
+    if (!ensureFileExists(absoluteTarget, creation.error)) {
+        return creation;
+    }
+    if (!QFileInfo(absoluteTarget).isWritable()) {
+        creation.error = QStringLiteral("The file '%1' cannot be written").arg(absoluteTarget);
+        return creation;
+    }
+    const std::optional<FileIdentity> identity = identityOf(absoluteTarget, creation.error);
+    if (!identity) {
+        return creation;
+    }
+    const QDir baseFolder = QFileInfo(baseFilePath).absoluteDir();
+    const QJsonObject object{
+        {kVersionKey, kFormatVersion},
+        {kRelativePathKey, baseFolder.relativeFilePath(absoluteTarget)},
+        {kAbsolutePathKey, absoluteTarget},
+        {kDeviceKey, identity->device},
+        {kInodeKey, identity->inode},
+    };
+    creation.data = QJsonDocument(object).toJson(QJsonDocument::Compact);
+    return creation;
+}
+
+QBFileBookmark::Resolution QBFileBookmark::resolve(const QByteArray& data,
+                                                   const QString& baseFilePath)
+{
+    Resolution resolution;
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(data, &parseError);
+    const QJsonObject object = document.object();
+    if (parseError.error != QJsonParseError::NoError || !document.isObject() ||
+        object.value(kVersionKey).toInt() != kFormatVersion) {
+        resolution.error = QStringLiteral("The bookmark data cannot be decoded");
+        return resolution;
+    }
+
+    const QString relativePath = object.value(kRelativePathKey).toString();
+    const QString absolutePath = object.value(kAbsolutePathKey).toString();
+    QString candidate;
+    if (!relativePath.isEmpty()) {
+        candidate = QDir::cleanPath(QFileInfo(baseFilePath).absoluteDir().filePath(relativePath));
+    }
+    if (candidate.isEmpty() || !QFileInfo::exists(candidate)) {
+        candidate = absolutePath;
+    }
+    if (candidate.isEmpty() || !QFileInfo::exists(candidate)) {
+        resolution.error = QStringLiteral("The bookmarked file '%1' does not exist")
+                               .arg(absolutePath.isEmpty() ? relativePath : absolutePath);
+        return resolution;
+    }
+
+    const std::optional<FileIdentity> identity = identityOf(candidate, resolution.error);
+    if (!identity) {
+        return resolution;
+    }
+    resolution.path = candidate;
+    resolution.isStale = identity->device != object.value(kDeviceKey).toString() ||
+                         identity->inode != object.value(kInodeKey).toString();
+    return resolution;
+}
+
+void QBFileBookmark::startAccessingSecurityScopedResource(const QString& /*path*/) {}
+
+void QBFileBookmark::stopAccessingSecurityScopedResource(const QString& /*path*/) {}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+// A reference to a file the user chose, kept as opaque bytes in the settings suite and
+// resolved relative to a base file (the quotes database) so that every process sharing
+// the container finds the same file. The bytes are a small versioned JSON object: the
+// target's path relative to the base file's folder, its absolute path, and its identity
+// (device and inode), which tells a replaced file from the original.
+class QBFileBookmark
+{
+public:
+    static constexpr int kFormatVersion = 1;
+
+    struct Creation
+    {
+        QByteArray data; // empty on failure
+        QString error;   // readable description on failure
+    };
+    struct Resolution
+    {
+        QString path;         // empty on failure
+        bool isStale = false; // the file at |path| is not the one the bookmark recorded
+        QString error;        // readable description on failure
+        bool ok() const { return !path.isEmpty(); }
+    };
+
+    // Choosing a location grants it, so a missing target is created empty first. A
+    // folder that does not exist or cannot be written is an error.
+    static Creation create(const QString& targetPath, const QString& baseFilePath);
+    // The relative path against the base file's folder, else the absolute path.
+    // Undecodable data or a missing file is an error; another file there is stale.
+    static Resolution resolve(const QByteArray& data, const QString& baseFilePath);
+
+    // Access needs no grant on Linux; these keep their place around every use.
+    static void startAccessingSecurityScopedResource(const QString& path);
+    static void stopAccessingSecurityScopedResource(const QString& path);
+};

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QMetaType>
+#include <QString>
+#include <QVariant>
+#include <QVariantMap>
+
+#include <vector>
+
+// The settings of the application. Keys that begin with "QBDefaults" live in the
+// application's own defaults and are mirrored into the shared suite, where the helper
+// process reads them; the bookmark key lives in the suite only and is never mirrored.
+
+inline const QString QBDefaultsRandomizeInterval = QStringLiteral("QBDefaultsRandomizeInterval");
+inline const QString QBDefaultsSignatureOutputPath =
+    QStringLiteral("QBDefaultsSignatureOutputPath");
+inline const QString QBDefaultsEditorFontName = QStringLiteral("QBDefaultsEditorFontName");
+inline const QString QBDefaultsClearTrailingEmptyLines =
+    QStringLiteral("QBDefaultsClearTrailingEmptyLines");
+inline const QString QBDefaultsWarnForDuplicates = QStringLiteral("QBDefaultsWarnForDuplicates");
+inline const QString QBDefaultsAutoRandomize = QStringLiteral("QBDefaultsAutoRandomize");
+inline const QString QBPrivateDefaultsOutputFileSSB =
+    QStringLiteral("QBPrivateDefaultsOutputFileSSB");
+
+// Only keys with this prefix are copied into the suite.
+inline const QString kQBMirroredKeyPrefix = QStringLiteral("QBDefaults");
+
+// Seconds between two quotes picked by the helper, registered at launch.
+inline constexpr qint64 kQBDefaultRandomizeIntervalSeconds = 120;
+
+enum class QBSettingsStore
+{
+    StandardMirroredToSuite,
+    SuiteOnly
+};
+
+struct QBSettingsKey
+{
+    QString name;
+    QMetaType::Type type;
+    QVariant defaultValue; // invalid: the reader's answer for a missing key
+    QBSettingsStore store;
+};
+
+// Every key with its stored type, its default and where it lives.
+const std::vector<QBSettingsKey>& settingsKeys();
+
+// The registration domain set up at launch: the one key that has a registered default.
+QVariantMap registeredDefaultSettings();
