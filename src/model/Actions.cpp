@@ -61,7 +61,10 @@ QBAddQuoteAction::QBAddQuoteAction(QBUndoManager* undoManager, const CQuoteRecor
 void QBAddQuoteAction::performUndo()
 {
     // The record still stands at its place, so the inverse remembers its present index.
-    registerNewAction<QBRemoveQuoteAction>(undoManager(), mQuoteRecord);
+    // It copies the live record: text typed into a new quote is undone with the add
+    // (no edit step of its own), so redo must bring that text back too.
+    const CQuoteRecord* live = CQuotesRepository::getInstance().findQuote(mQuoteRecord.mUID);
+    registerNewAction<QBRemoveQuoteAction>(undoManager(), live != nullptr ? *live : mQuoteRecord);
     postForQuote(QBQuoteWillRemoveNotification, this, mQuoteRecord.mUID);
     CQuotesRepository::getInstance().removeQuote(mQuoteRecord.mUID);
     postForQuote(QBQuoteRemovedNotification, this, mQuoteRecord.mUID);
