@@ -6,9 +6,11 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <streambuf>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <vector>
 
 namespace fs = boost::filesystem;
 
@@ -17,6 +19,8 @@ namespace {
 // Same bound on link chains as the kernel's, so a loop fails instead of spinning.
 constexpr int kMaxSymbolicLinkHops = 40;
 constexpr int kMaxTemporaryNameAttempts = 100;
+// Large enough that a database of thousands of quotes takes only a few system calls.
+constexpr std::size_t kWriteBufferBytes = 256 * 1024;
 
 [[noreturn]] void throwSystemError(int error, const std::string& what)
 {
@@ -41,6 +45,65 @@ fs::path resolveSymbolicLinks(const fs::path& path)
     }
     throwSystemError(ELOOP, "too many symbolic links at " + path.string());
 }
+
+// Writes all of |bytes|; returns 0 or the errno of the failure.
+int writeAll(int descriptor, std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return errno;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return 0;
+}
+
+// A stream buffer writing to a file descriptor. It keeps the first error instead of
+// throwing, because streams turn exceptions from their buffer into a bare badbit.
+class DescriptorStreamBuffer : public std::streambuf
+{
+public:
+    explicit DescriptorStreamBuffer(int descriptor)
+        : mDescriptor(descriptor), mBuffer(kWriteBufferBytes)
+    {
+        setp(mBuffer.data(), mBuffer.data() + mBuffer.size());
+    }
+
+    int error() const { return mError; }
+
+protected:
+    int_type overflow(int_type character) override
+    {
+        if (!flushBuffer()) {
+            return traits_type::eof();
+        }
+        if (!traits_type::eq_int_type(character, traits_type::eof())) {
+            *pptr() = traits_type::to_char_type(character);
+            pbump(1);
+        }
+        return traits_type::not_eof(character);
+    }
+
+    int sync() override { return flushBuffer() ? 0 : -1; }
+
+private:
+    bool flushBuffer()
+    {
+        if (mError == 0) {
+            mError = writeAll(mDescriptor, std::string_view(pbase(), pptr() - pbase()));
+        }
+        setp(mBuffer.data(), mBuffer.data() + mBuffer.size());
+        return mError == 0;
+    }
+
+    int mDescriptor;
+    std::vector<char> mBuffer;
+    int mError = 0;
+};
 
 // An exclusively created file beside the target; removed again unless committed.
 class TemporaryFile
@@ -87,17 +150,17 @@ public:
         }
     }
 
-    void write(std::string_view bytes)
+    void writeWith(const std::function<void(std::ostream&)>& writeContents)
     {
-        while (!bytes.empty()) {
-            const ssize_t written = ::write(mDescriptor, bytes.data(), bytes.size());
-            if (written < 0) {
-                if (errno == EINTR) {
-                    continue;
-                }
-                throwSystemError(errno, "cannot write " + mPath);
-            }
-            bytes.remove_prefix(static_cast<std::size_t>(written));
+        DescriptorStreamBuffer buffer(mDescriptor);
+        std::ostream stream(&buffer);
+        writeContents(stream);
+        stream.flush();
+        if (buffer.error() != 0) {
+            throwSystemError(buffer.error(), "cannot write " + mPath);
+        }
+        if (!stream) {
+            throwSystemError(EIO, "cannot write " + mPath);
         }
     }
 
@@ -138,12 +201,13 @@ void flushFolder(const fs::path& target)
 
 } // namespace
 
-void replaceFileAtomically(const std::string& path, std::string_view bytes)
+void replaceFileAtomically(const std::string& path,
+                           const std::function<void(std::ostream&)>& writeContents)
 {
     const fs::path target = resolveSymbolicLinks(fs::path(path));
     TemporaryFile temporary(target);
     temporary.copyPermissionsFrom(target);
-    temporary.write(bytes);
+    temporary.writeWith(writeContents);
     temporary.commit(target);
     flushFolder(target);
 }

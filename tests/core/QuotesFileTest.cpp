@@ -1,8 +1,11 @@
+#include "core/QuotesDocument.h"
 #include "core/QuotesRepository.h"
 
 #include "TestHome.h"
 
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 namespace {
 
@@ -128,4 +131,23 @@ TEST_F(QuotesFileTest, AcceptsLenientDocuments)
     EXPECT_EQ("true", records[0].mContent);
     EXPECT_EQ(36u, records[1].mUID.size());
     EXPECT_EQ("fresh", records[1].mContent);
+}
+
+TEST(QuotesDocumentTest, DirectWriterMatchesBoostWriterForEveryByte)
+{
+    std::vector<CQuoteRecord> records;
+    std::string everyByte;
+    for (int byte = 0; byte < 256; ++byte) {
+        everyByte += static_cast<char>(byte);
+        records.emplace_back(std::string(1, static_cast<char>(byte)), std::to_string(byte));
+    }
+    records.emplace_back(everyByte, everyByte);
+    records.emplace_back("", "empty content");
+    for (const auto& sample : {std::vector<CQuoteRecord>{}, records}) {
+        std::ostringstream direct;
+        std::ostringstream reference;
+        writeQuotesDocument(direct, sample);
+        writeQuotesDocumentWithPropertyTree(reference, sample);
+        EXPECT_EQ(reference.str(), direct.str());
+    }
 }
