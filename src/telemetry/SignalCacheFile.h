@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+// The file that carries unsent signals from one run to the next.
+namespace qbsignalcachefile {
+
+// $XDG_CACHE_HOME/<bundle id>/telemetrysignalcache; stops the process when the caches
+// folder cannot be determined, since nothing sensible can be done without it.
+QString defaultLocation();
+
+// Reads the whole file and deletes it at once, so a damaged file is never read twice.
+// Nothing when the file is missing or unreadable.
+std::optional<QByteArray> takeContents(const QString& path);
+
+// Replaces the file atomically (temporary file and rename); false on any failure.
+bool writeAtomically(const QString& path, const QByteArray& bytes);
+
+} // namespace qbsignalcachefile

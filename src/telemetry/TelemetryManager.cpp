@@ -1,0 +1,235 @@
+#include "TelemetryManager.h"
+
+#include "SessionManager.h"
+#include "SharedConfiguration.h"
+#include "SignalCacheFile.h"
+#include "SignalManager.h"
+#include "TelemetryHashing.h"
+#include "util/UserDefaults.h"
+
+#include <QCoreApplication>
+#include <QMutex>
+#include <QMutexLocker>
+#include <QPointer>
+#include <QStandardPaths>
+
+namespace {
+const QString kDefaultUserIdentifier = QStringLiteral("defaultUserIdentifier");
+
+QMutex gSharedMutex;
+QPointer<TelemetryManager> gSharedManager; // guarded by gSharedMutex
+} // namespace
+
+TelemetryManager::TelemetryManager(const TelemetryManagerConfiguration& configuration,
+                                   TelemetryEnvironment environment, QObject* parent)
+    : QObject(parent), mConfiguration(std::make_shared<SharedConfiguration>(configuration)),
+      mClock(environment.clock),
+      mDurationSignalTracker(environment.clock,
+                             [this](const QString& name, const TelemetryParameters& parameters) {
+                                 sendInternalSignal(name, parameters);
+                             }),
+      mLastTimeImmediateSyncRequested(TelemetryClock::distantPast()),
+      mLastDateAppEnteredBackground(TelemetryClock::distantPast())
+{
+    if (configuration.analyticsDisabled) {
+        return;
+    }
+    mSuite = std::make_shared<QBUserDefaults>(
+        suiteFilePath(configuration.telemetryAppID, environment.suiteFolder));
+    mSessionManager = std::make_unique<SessionManager>(
+        mSuite, mClock, [this](const QString& name, const TelemetryParameters& parameters) {
+            sendInternalSignal(name, parameters);
+        });
+
+    SignalRecordBuilder::Sources sources{
+        [this](const QDateTime& moment) { return mDefaultPayload.parameters(moment); },
+        [this] { return mSessionManager->retentionParameters(); }, loadOrCreateUserIdentifier()};
+    const QString cacheFilePath = environment.cacheFilePath.isEmpty()
+                                      ? qbsignalcachefile::defaultLocation()
+                                      : environment.cacheFilePath;
+    mSignalManager = std::make_unique<SignalManager>(
+        mConfiguration, SignalRecordBuilder(std::move(sources)), cacheFilePath);
+
+    beginSession();
+    mSignalManager->startSending(environment.sendInterval);
+}
+
+TelemetryManager::~TelemetryManager()
+{
+    // Records still being built read the session manager; let them finish first.
+    if (mSignalManager) {
+        mSignalManager->waitForPendingSignals();
+    }
+    mSignalManager.reset();
+    mSessionManager.reset();
+}
+
+void TelemetryManager::initialize(const TelemetryManagerConfiguration& configuration,
+                                  TelemetryEnvironment environment)
+{
+    QMutexLocker locker(&gSharedMutex);
+    delete gSharedManager.data();
+    QCoreApplication* application = QCoreApplication::instance();
+    gSharedManager = new TelemetryManager(configuration, std::move(environment), application);
+    if (application) {
+        gSharedManager->connectToApplication(application);
+    }
+}
+
+TelemetryManager* TelemetryManager::shared()
+{
+    QMutexLocker locker(&gSharedMutex);
+    return gSharedManager.data();
+}
+
+void TelemetryManager::send(const QString& signalName, const TelemetryParameters& parameters,
+                            std::optional<double> floatValue,
+                            const std::optional<QString>& customUserID)
+{
+    QMutexLocker locker(&gSharedMutex);
+    if (gSharedManager) {
+        gSharedManager->sendSignal(signalName, parameters, floatValue, customUserID);
+    }
+}
+
+void TelemetryManager::sendSignal(const QString& signalName, const TelemetryParameters& parameters,
+                                  std::optional<double> floatValue,
+                                  const std::optional<QString>& customUserID)
+{
+    processRequest({signalName, parameters, floatValue, customUserID, mClock->now(), true});
+}
+
+void TelemetryManager::sendInternalSignal(const QString& signalName,
+                                          const TelemetryParameters& parameters)
+{
+    processRequest({signalName, parameters, std::nullopt, std::nullopt, mClock->now(), false});
+}
+
+void TelemetryManager::processRequest(SignalRequest request)
+{
+    const TelemetryManagerConfiguration configuration = mConfiguration->snapshot();
+    if (configuration.isInPreviewMode() || configuration.analyticsDisabled || !mSignalManager) {
+        return;
+    }
+    mSignalManager->processSignal(request);
+}
+
+void TelemetryManager::requestImmediateSync()
+{
+    const QDateTime now = mClock->now();
+    if (!mSignalManager ||
+        mLastTimeImmediateSyncRequested.secsTo(now) <= kImmediateSyncThrottleSeconds) {
+        return;
+    }
+    mLastTimeImmediateSyncRequested = now;
+    mSignalManager->attemptToSendNextBatchOfCachedSignals();
+}
+
+void TelemetryManager::applicationDidEnterBackground()
+{
+    mLastDateAppEnteredBackground = mClock->now();
+    mDurationSignalTracker.applicationDidEnterBackground();
+    if (mSessionManager) {
+        mSessionManager->applicationDidEnterBackground();
+    }
+}
+
+void TelemetryManager::applicationWillEnterForeground()
+{
+    mDurationSignalTracker.applicationWillEnterForeground();
+    if (mSessionManager) {
+        mSessionManager->applicationWillEnterForeground();
+    }
+    if (mLastDateAppEnteredBackground.addSecs(kNewSessionAfterBackgroundSeconds) < mClock->now()) {
+        setSessionID(QUuid::createUuid());
+    }
+}
+
+void TelemetryManager::appWillTerminate()
+{
+    if (mSignalManager) {
+        mSignalManager->waitForPendingSignals();
+        mSignalManager->appWillTerminate();
+    }
+}
+
+void TelemetryManager::connectToApplication(QObject* application)
+{
+    // By name, so the client needs no GUI module: only a QGuiApplication has this signal.
+    if (application->metaObject()->indexOfSignal("applicationStateChanged(Qt::ApplicationState)") >=
+        0) {
+        connect(application, SIGNAL(applicationStateChanged(Qt::ApplicationState)), this,
+                SLOT(onApplicationStateChanged(Qt::ApplicationState)));
+    }
+    connect(application, SIGNAL(aboutToQuit()), this, SLOT(appWillTerminate()));
+}
+
+void TelemetryManager::onApplicationStateChanged(Qt::ApplicationState state)
+{
+    const bool active = state == Qt::ApplicationActive;
+    if (active == mApplicationActive) {
+        return;
+    }
+    // The first activation at start-up is not a return from the background.
+    const bool wasEverActive = mLastDateAppEnteredBackground != TelemetryClock::distantPast();
+    mApplicationActive = active;
+    if (!active) {
+        applicationDidEnterBackground();
+    } else if (wasEverActive) {
+        applicationWillEnterForeground();
+    }
+}
+
+TelemetryManagerConfiguration TelemetryManager::configuration() const
+{
+    return mConfiguration->snapshot();
+}
+
+void TelemetryManager::updateConfiguration(
+    const std::function<void(TelemetryManagerConfiguration&)>& change)
+{
+    mConfiguration->update(change);
+}
+
+void TelemetryManager::setSessionID(const QUuid& sessionID)
+{
+    mConfiguration->update([&sessionID](TelemetryManagerConfiguration& configuration) {
+        configuration.sessionID = sessionID;
+    });
+    beginSession();
+}
+
+void TelemetryManager::setDisplayEnvironment(const DisplayEnvironment& environment)
+{
+    mDefaultPayload.setDisplayEnvironment(environment);
+}
+
+QString TelemetryManager::suiteFilePath(const QString& appID, const QString& folder)
+{
+    const QString base =
+        folder.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+                         : folder;
+    return base + QLatin1Char('/') + qbtelemetryhash::suiteNameForAppID(appID) +
+           QStringLiteral(".conf");
+}
+
+void TelemetryManager::beginSession()
+{
+    const TelemetryManagerConfiguration configuration = mConfiguration->snapshot();
+    if (mSessionManager && configuration.sessionStatsEnabled) {
+        mSessionManager->startNewSession();
+    }
+    if (configuration.sendNewSessionBeganSignal) {
+        sendInternalSignal(QStringLiteral("Tallyhub.Session.started"), {});
+    }
+}
+
+QString TelemetryManager::loadOrCreateUserIdentifier()
+{
+    QString identifier = mSuite->stringForKey(kDefaultUserIdentifier);
+    if (identifier.isEmpty()) {
+        identifier = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+        mSuite->setObject(identifier, kDefaultUserIdentifier);
+    }
+    return identifier;
+}
