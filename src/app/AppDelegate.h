@@ -1,11 +1,19 @@
 #pragma once
 
-#include <QObject>
-#include <QPointer>
+#include "ui/AboutWindow.h"
 
 #include <QMainWindow>
+#include <QObject>
+#include <QPointer>
+#include <QString>
 
-// Drives start-up and shut-down of the application.
+#include <memory>
+
+class QBQuotesAutoSaver;
+
+// Drives start-up and shut-down: establishes the log, prepares and loads the quotes
+// database, opens the main window and registers the default settings. At exit it only
+// logs, because every change has already been saved by the auto-saver.
 class QBAppDelegate : public QObject
 {
     Q_OBJECT
@@ -13,15 +21,32 @@ public:
     explicit QBAppDelegate(QObject* parent = nullptr);
     ~QBAppDelegate() override;
 
-    // The launch sequence: logging, the launch line, then the main window.
+    // The launch sequence, in order: logging, the launch line, telemetry, the quotes
+    // database, the main window, the registered defaults.
     void applicationDidFinishLaunching();
+    // Creates the shared folder, seeds the database on first launch, loads it and
+    // starts the auto-saver. Without a database only a warning is logged.
+    void initializeQuotesDB();
+    // Logs "Shutting down." and nothing else.
     void applicationWillTerminate();
+    // File > Save: writes the quotes now.
+    void saveDocument();
+    // Closing the main window ends the program.
+    bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
+    // Help > About: one About window, made on first use.
+    void showAboutWindow();
 
-    // $XDG_STATE_HOME/Logs/<process name>.log
+    // <user library folder>/Logs/<process name>.log, or empty without a library folder.
     static QString getPathToLogFile();
 
     QMainWindow* window() const { return mWindow; }
+    QBAboutWindow* aboutWindowController() const { return mAboutWindow; }
+    QBQuotesAutoSaver* autoSaver() const { return mAutoSaver.get(); }
 
 private:
+    void showMainWindow();
+
     QPointer<QMainWindow> mWindow;
+    QPointer<QBAboutWindow> mAboutWindow;
+    std::unique_ptr<QBQuotesAutoSaver> mAutoSaver;
 };

@@ -79,3 +79,9 @@ void QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(const std::optional<std::stri
                    description.c_str());
     }
 }
+
+bool QBQuotesDBHelper::fileExistsAtPath(const std::optional<std::string>& path)
+{
+    boost::system::error_code code;
+    return path && fs::exists(*path, code);
+}

@@ -27,6 +27,9 @@ public:
     // Copies the bundle's seed collection to |targetPath|; never overwrites a file.
     static void copyDefaultQuotesToQuotesDb(const std::optional<std::string>& targetPath);
 
+    // Whether a file or folder exists at |path| (never for a missing path).
+    static bool fileExistsAtPath(const std::optional<std::string>& path);
+
     // Text that stands for a missing path in messages, as the platform formatter prints it.
     static constexpr const char* kMissingObjectText = "(null)";
 };

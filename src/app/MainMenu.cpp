@@ -1,0 +1,33 @@
+#include "app/MainMenu.h"
+
+#include "app/AppDelegate.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeySequence>
+#include <QMainWindow>
+#include <QMenuBar>
+
+void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
+{
+    QMenu* fileMenu = window.menuBar()->addMenu(QApplication::translate("MainMenu", "&File"));
+    QAction* save = fileMenu->addAction(QApplication::translate("MainMenu", "&Save"));
+    save->setObjectName(QStringLiteral("saveAction"));
+    save->setShortcut(QKeySequence::Save);
+    QObject::connect(save, &QAction::triggered, &delegate, &QBAppDelegate::saveDocument);
+    fileMenu->addSeparator();
+    QAction* quit = fileMenu->addAction(QApplication::translate("MainMenu", "&Quit"));
+    quit->setObjectName(QStringLiteral("quitAction"));
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    quit->setMenuRole(QAction::QuitRole);
+    // Queued: the action's own signal handling finishes before the loop winds down.
+    QObject::connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+
+    QMenu* helpMenu = window.menuBar()->addMenu(QApplication::translate("MainMenu", "&Help"));
+    QAction* about = helpMenu->addAction(QApplication::translate("MainMenu", "&About %1")
+                                             .arg(QApplication::applicationDisplayName()));
+    about->setObjectName(QStringLiteral("aboutAction"));
+    about->setMenuRole(QAction::AboutRole);
+    QObject::connect(about, &QAction::triggered, &delegate, &QBAppDelegate::showAboutWindow);
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+class QMainWindow;
+class QBAppDelegate;
+
+// The application's menu bar: File > Save (Ctrl+S) and Quit (Ctrl+Q), Help > About.
+// Installed on whichever window is the main window.
+void installMainMenu(QMainWindow& window, QBAppDelegate& delegate);
