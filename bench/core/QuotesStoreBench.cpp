@@ -1,6 +1,8 @@
 // Saving and loading the quotes database, next to plain file I/O of the same bytes.
 // Each benchmark reports "plain_ms" (the plain I/O median) and "x_plain" (its own median
 // divided by that), so the cost of the JSON layer shows apart from the disk.
+#include "core/AtomicFileWriter.h"
+#include "core/QuotesDocument.h"
 #include "core/QuotesRepository.h"
 
 #include <benchmark/benchmark.h>
@@ -151,6 +153,24 @@ void BM_SaveQuotes(benchmark::State& state)
         bytes.size());
 }
 
+// The same save with the document printed by Boost's writer from a property tree, to
+// show what the direct writer saves.
+void BM_SaveQuotesThroughPropertyTree(benchmark::State& state)
+{
+    const std::vector<CQuoteRecord> records = makeRecords(static_cast<int>(state.range(0)));
+    const std::string path = benchFolder() + "/save-tree.db";
+    const std::string plainPath = benchFolder() + "/plain-save-tree.db";
+    writeQuotesFile(path, records);
+    const std::string bytes = plainRead(path);
+    const auto save = [&] {
+        replaceFileAtomically(path, [&records](std::ostream& stream) {
+            writeQuotesDocumentWithPropertyTree(stream, records);
+        });
+    };
+    runAgainstPlain(
+        state, save, [&] { plainWrite(plainPath, bytes); }, bytes.size());
+}
+
 void BM_LoadQuotes(benchmark::State& state)
 {
     const std::string path = benchFolder() + "/load.db";
@@ -170,6 +190,11 @@ void BM_LoadQuotes(benchmark::State& state)
 } // namespace
 
 BENCHMARK(BM_SaveQuotes)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SaveQuotesThroughPropertyTree)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LoadQuotes)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

@@ -19,6 +19,12 @@ std::string currentExceptionReason()
     }
 }
 
+// Identifiers match byte for byte: same length, same bytes, case matters.
+auto hasUID(const std::string& uid)
+{
+    return [&uid](const CQuoteRecord& record) { return record.mUID == uid; };
+}
+
 void keepCopyOfDamagedDatabase(const std::string& path)
 {
     try {
@@ -89,23 +95,19 @@ void CQuotesRepository::insertQuote(const CQuoteRecord& record, int32_t index)
 
 CQuoteRecord* CQuotesRepository::findQuote(const std::string& uid)
 {
-    const auto found =
-        std::find_if(mQuotes.begin(), mQuotes.end(),
-                     [&uid](const CQuoteRecord& record) { return record.mUID == uid; });
+    const auto found = std::find_if(mQuotes.begin(), mQuotes.end(), hasUID(uid));
     return found == mQuotes.end() ? nullptr : &*found;
 }
 
 uint32_t CQuotesRepository::indexOfQuote(const std::string& uid) const
 {
-    const auto found =
-        std::find_if(mQuotes.begin(), mQuotes.end(),
-                     [&uid](const CQuoteRecord& record) { return record.mUID == uid; });
+    const auto found = std::find_if(mQuotes.begin(), mQuotes.end(), hasUID(uid));
     return static_cast<uint32_t>(found - mQuotes.begin());
 }
 
 void CQuotesRepository::removeQuote(const std::string& uid)
 {
-    std::erase_if(mQuotes, [&uid](const CQuoteRecord& record) { return record.mUID == uid; });
+    std::erase_if(mQuotes, hasUID(uid));
 }
 
 void CQuotesRepository::removeAllQuotes()

@@ -43,7 +43,8 @@ protected:
     CQuotesRepository() = default;
 };
 
-// Writes |records| as the database document to |path|. Throws on failure.
+// Replaces the file at |path| crash-safely with the database document of |records|
+// (an empty path is only logged). Throws on failure, leaving the old file as it was.
 void writeQuotesFile(const std::string& path, const std::vector<CQuoteRecord>& records);
 // Appends the records of the database document at |path|. Throws on the first fault,
 // leaving the records read before it appended.
