@@ -43,6 +43,8 @@ public:
     void appWillTerminate();
 
     SignalCache<SignalPostBody>& signalCache() { return mSignalCache; }
+    // Posts whose reply has not been handled yet.
+    qsizetype batchesInFlight() const { return mBatchesInFlight.size(); }
     // Blocks until every record requested so far is in the cache.
     void waitForPendingSignals();
     // apiBaseURL with "/v2/" or "/v2/namespace/<ns>/" appended.
