@@ -18,7 +18,7 @@ void writeQuotesDocument(std::ostream& stream, const std::vector<CQuoteRecord>& 
 void writeQuotesDocumentWithPropertyTree(std::ostream& stream,
                                          const std::vector<CQuoteRecord>& records);
 
-// Parses |bytes| with Boost's JSON reader and appends the records of "Quotes" in document
+// Parses |bytes| with Boost's JSON parser and appends the records of "Quotes" in document
 // order. Throws on malformed JSON, a missing "Quotes", or an element without "UID" or
 // "Content", keeping the records appended before the faulty element.
 void readQuotesDocument(const std::string& bytes, const std::string& sourceName,

@@ -1,3 +1,4 @@
+#define BOOST_BIND_GLOBAL_PLACEHOLDERS
 #include "core/QuotesDocument.h"
 #include "core/QuotesRepository.h"
 
@@ -5,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <boost/property_tree/json_parser.hpp>
+
+#include <optional>
 #include <sstream>
 
 namespace {
@@ -149,5 +153,63 @@ TEST(QuotesDocumentTest, DirectWriterMatchesBoostWriterForEveryByte)
         writeQuotesDocument(direct, sample);
         writeQuotesDocumentWithPropertyTree(reference, sample);
         EXPECT_EQ(reference.str(), direct.str());
+    }
+}
+
+namespace {
+
+// What reading means, spelled out with a property tree: the tree-free reader must
+// give the same records and fail in the same cases.
+std::optional<std::vector<std::pair<std::string, std::string>>>
+readThroughPropertyTree(const std::string& document)
+{
+    namespace pt = boost::property_tree;
+    std::vector<std::pair<std::string, std::string>> result;
+    try {
+        std::istringstream stream(document);
+        pt::ptree root;
+        pt::read_json(stream, root);
+        for (const auto& [key, element] : root.get_child("Quotes")) {
+            result.emplace_back(element.get_child("UID").data(),
+                                element.get_child("Content").data());
+        }
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
+    return result;
+}
+
+} // namespace
+
+TEST(QuotesDocumentTest, ReaderAgreesWithPropertyTreeWalk)
+{
+    const char* documents[] = {
+        R"({"Quotes": [{"UID": "a", "Content": "x"}, {"Content": "y", "UID": "b"}]})",
+        R"({"Quotes": {"k1": {"UID": 1.5e3, "Content": null}, "k2": {"UID": false, "Content": -0}}})",
+        R"({"Quotes": [{"UID": {"nested": "no"}, "Content": ["a", "b"]}]})",
+        R"({"Quotes": [{"UID": "first", "UID": "second", "Content": "c", "Content": "d"}]})",
+        R"({"Other": {"Quotes": []}, "Quotes": [{"UID": "u", "Content": "\u00e9\"\/"}], "Quotes": 1})",
+        R"({"Quotes": [{"UID": "u", "Content": "c", "More": {"UID": "x", "Content": "y"}}]})",
+        R"({"Quotes": "text"})",
+        R"({"Quotes": []})",
+        R"({"Quotes": [["UID", "Content"]]})",
+        R"({"Quotes": ["scalar"]})",
+        R"([{"Quotes": []}])",
+        R"("Quotes")",
+        R"({"Quotes": [{"UID": "u", "Content": "c"},]})",
+    };
+    for (const char* document : documents) {
+        std::vector<CQuoteRecord> records;
+        std::optional<std::vector<std::pair<std::string, std::string>>> read;
+        try {
+            readQuotesDocument(document, "test", records);
+            read.emplace();
+            for (const CQuoteRecord& record : records) {
+                // An empty "UID" came back as a fresh identifier; none of these is 36 long.
+                read->emplace_back(record.mUID.size() == 36 ? "" : record.mUID, record.mContent);
+            }
+        } catch (const std::exception&) {
+        }
+        EXPECT_EQ(readThroughPropertyTree(document), read) << document;
     }
 }
