@@ -8,6 +8,8 @@
 #include "logging/ULog.h"
 #include "model/QuotesAutoSaver.h"
 #include "signature/SettingsKeys.h"
+#include "telemetry/QBTelemetryHelper.h"
+#include "telemetry/TelemetryBuildSettings.h"
 #include "ui/AboutWindow.h"
 #include "util/UserDefaults.h"
 
@@ -38,7 +40,7 @@ void QBAppDelegate::applicationDidFinishLaunching()
         QStringLiteral("Launch of %1 %2 completed.")
             .arg(QCoreApplication::applicationName(), QCoreApplication::applicationVersion()));
 
-    // Telemetry configuration joins here (before the database), once its client lands.
+    QBTelemetryHelper::shared().configureWithAppID(qbtelemetrybuild::applicationID());
 
     initializeQuotesDB();
 
