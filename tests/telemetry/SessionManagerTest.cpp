@@ -170,13 +170,6 @@ TEST(SessionHistoryTest, RetentionFiguresFollowTheChosenFormulas)
         {QStringLiteral("Tallyhub.Acquisition.firstSessionDate"), QStringLiteral("2026-01-02")},
     };
     EXPECT_EQ(history.retentionParameters(now, now), expected);
-
-    // With no history at all only the counters are reported.
-    EXPECT_EQ(SessionHistory().retentionParameters(now, now).keys(),
-              (textList({"Tallyhub.Retention.averageSessionSeconds",
-                         "Tallyhub.Retention.distinctDaysUsed",
-                         "Tallyhub.Retention.distinctDaysUsedLastMonth",
-                         "Tallyhub.Retention.totalSessionsCount"})));
 }
 
 TEST(DurationSignalTrackerTest, SendsTheElapsedForegroundTimeWithTheMergedParameters)
@@ -206,12 +199,4 @@ TEST(DurationSignalTrackerTest, SendsTheElapsedForegroundTimeWithTheMergedParame
                                                        {QStringLiteral("b"), QStringLiteral("2")},
                                                        {durationKey, QStringLiteral("7.250")}}));
     EXPECT_EQ(sent[1].parameters.value(durationKey), QStringLiteral("107.250"));
-
-    // Starting a running name again starts it afresh.
-    tracker.startTracking(QStringLiteral("Export"));
-    clock->advance(30);
-    tracker.startTracking(QStringLiteral("Export"));
-    clock->advance(1);
-    tracker.stopTracking(QStringLiteral("Export"));
-    EXPECT_EQ(sent.back().parameters.value(durationKey), QStringLiteral("1.000"));
 }

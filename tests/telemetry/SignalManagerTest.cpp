@@ -7,6 +7,7 @@
 
 #include <QFileInfo>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 

@@ -17,12 +17,6 @@ QDateTime ManualClock::now() const
     return mNow;
 }
 
-void ManualClock::set(const QDateTime& moment)
-{
-    QMutexLocker locker(&mMutex);
-    mNow = moment;
-}
-
 void ManualClock::advance(qint64 seconds)
 {
     QMutexLocker locker(&mMutex);

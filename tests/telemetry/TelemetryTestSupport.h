@@ -25,7 +25,6 @@ class ManualClock : public TelemetryClock
 public:
     explicit ManualClock(QDateTime start);
     QDateTime now() const override;
-    void set(const QDateTime& moment);
     void advance(qint64 seconds);
     void advanceMilliseconds(qint64 milliseconds);
 
