@@ -42,7 +42,11 @@ TEST_F(FileBookmarkTest, CreatingMakesAMissingTargetAndRejectsBadFolders)
 
     QDir().mkpath(path("out/folder.txt"));
     EXPECT_TRUE(QBFileBookmark::create(path("out/folder.txt"), base).data.isEmpty());
+}
 
+TEST_F(FileBookmarkTest, UnwritableFolderIsAnError)
+{
+    const QString base = path("share/container/quotes.db");
     QDir().mkpath(path("locked"));
     QFile::setPermissions(path("locked"), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
     if (QFileInfo(path("locked")).isWritable()) {
