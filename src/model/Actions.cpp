@@ -71,8 +71,13 @@ void QBAddQuoteAction::performUndo()
 }
 
 QBRemoveQuoteAction::QBRemoveQuoteAction(QBUndoManager* undoManager, const CQuoteRecord& quote)
-    : QBAction(undoManager, kEditQuoteName), mQuoteRecord(quote),
-      mOriginalQuoteIndex(CQuotesRepository::getInstance().indexOfQuote(quote.mUID))
+    : QBRemoveQuoteAction(undoManager, quote,
+                          CQuotesRepository::getInstance().indexOfQuote(quote.mUID))
+{}
+
+QBRemoveQuoteAction::QBRemoveQuoteAction(QBUndoManager* undoManager, const CQuoteRecord& quote,
+                                         std::uint32_t index)
+    : QBAction(undoManager, kEditQuoteName), mQuoteRecord(quote), mOriginalQuoteIndex(index)
 {}
 
 void QBRemoveQuoteAction::performUndo()

@@ -57,6 +57,8 @@ class QBRemoveQuoteAction : public QBAction
 public:
     // Remembers the record's present index (the record count when it is not stored).
     QBRemoveQuoteAction(QBUndoManager* undoManager, const CQuoteRecord& quote);
+    // For callers that have just looked the index up.
+    QBRemoveQuoteAction(QBUndoManager* undoManager, const CQuoteRecord& quote, std::uint32_t index);
     void performUndo() override;
     const CQuoteRecord& quoteRecord() const { return mQuoteRecord; }
     std::uint32_t originalQuoteIndex() const { return mOriginalQuoteIndex; }

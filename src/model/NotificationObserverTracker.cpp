@@ -8,8 +8,14 @@ QBNotificationObserverTracker::~QBNotificationObserverTracker()
 void QBNotificationObserverTracker::observeNotification(const QString& name,
                                                         const QBNotificationHandler& handler)
 {
-    mNotificationObservers.insert(name,
-                                  QBNotificationCenter::defaultCenter().addObserver(name, handler));
+    QBNotificationToken token = QBNotificationCenter::defaultCenter().addObserver(name, handler);
+    for (auto& [storedName, storedToken] : mNotificationObservers) {
+        if (storedName == name) {
+            storedToken = std::move(token);
+            return;
+        }
+    }
+    mNotificationObservers.emplace_back(name, std::move(token));
 }
 
 void QBNotificationObserverTracker::observeNotifications(const QStringList& names,
@@ -22,7 +28,7 @@ void QBNotificationObserverTracker::observeNotifications(const QStringList& name
 void QBNotificationObserverTracker::removeObservers()
 {
     auto& center = QBNotificationCenter::defaultCenter();
-    for (const QBNotificationToken& token : std::as_const(mNotificationObservers))
+    for (const auto& [name, token] : mNotificationObservers)
         center.removeObserver(token);
-    mNotificationObservers = {};
+    mNotificationObservers.clear();
 }

@@ -2,9 +2,11 @@
 
 #include "util/NotificationCenter.h"
 
-#include <QHash>
 #include <QString>
 #include <QStringList>
+
+#include <utility>
+#include <vector>
 
 // One owner's registrations on the default notification centre, removed together
 // when the owner drops the tracker.
@@ -23,11 +25,11 @@ public:
     void observeNotifications(const QStringList& names, const QBNotificationHandler& handler);
     void removeObservers();
 
-    const QHash<QString, QBNotificationToken>& notificationObservers() const
-    {
-        return mNotificationObservers;
-    }
+    // Name to token. A few entries per owner, and thousands of owners (one per listed
+    // quote), so a small vector beats a hash table here.
+    using ObserverMap = std::vector<std::pair<QString, QBNotificationToken>>;
+    const ObserverMap& notificationObservers() const { return mNotificationObservers; }
 
 private:
-    QHash<QString, QBNotificationToken> mNotificationObservers;
+    ObserverMap mNotificationObservers;
 };

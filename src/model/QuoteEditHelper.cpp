@@ -193,12 +193,15 @@ void QBQuoteEditHelper::removeQuote(const QString& uid, QBUndoManager* undoManag
 {
     auto& repository = CQuotesRepository::getInstance();
     const std::string key = uid.toStdString();
-    const CQuoteRecord* record = repository.findQuote(key);
-    if (record == nullptr) {
+    // One scan for both the record and its index: removing duplicates calls this
+    // for every one of them.
+    const std::uint32_t index = repository.indexOfQuote(key);
+    if (index >= repository.mQuotes.size()) {
         logQuoteNotFound(uid);
         return;
     }
-    std::make_shared<QBRemoveQuoteAction>(undoManager, *record)->registerUndo();
+    std::make_shared<QBRemoveQuoteAction>(undoManager, repository.mQuotes[index], index)
+        ->registerUndo();
     if (notify)
         postForQuote(QBQuoteWillRemoveNotification, uid);
     repository.removeQuote(key);

@@ -21,7 +21,7 @@ QBQuoteValueObject::QBQuoteValueObject(const CQuoteRecord& record, QObject* pare
 
 void QBQuoteValueObject::takeContentFrom(const CQuoteRecord& record)
 {
-    mSummaryContent = stringFromUnicodeCPPString(record.description());
+    mSummaryContent = record.description();
     mContent = stringFromUnicodeCPPString(record.mContent);
 }
 
@@ -29,6 +29,11 @@ std::shared_ptr<QBQuoteValueObject>
 QBQuoteValueObject::quoteValueObjectWithQuote(const QString& quoteUID)
 {
     return std::make_shared<QBQuoteValueObject>(quoteUID);
+}
+
+QString QBQuoteValueObject::summaryContent() const
+{
+    return stringFromUnicodeCPPString(mSummaryContent);
 }
 
 CQuoteRecord* QBQuoteValueObject::quoteRecord() const

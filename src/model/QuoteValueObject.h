@@ -7,6 +7,7 @@
 #include <QVariantMap>
 
 #include <memory>
+#include <string>
 
 class CQuoteRecord;
 
@@ -26,7 +27,7 @@ public:
     static std::shared_ptr<QBQuoteValueObject> quoteValueObjectWithQuote(const QString& quoteUID);
 
     // The record's description taken at creation; it goes stale after an edit.
-    QString summaryContent() const { return mSummaryContent; }
+    QString summaryContent() const;
     QString content() const { return mContent; }
     QString quoteUID() const { return mQuoteUID; }
     // Looked up anew on every call; null once the record is gone.
@@ -47,7 +48,8 @@ private:
     void takeContentFrom(const CQuoteRecord& record);
     void registerForNotifications();
 
-    QString mSummaryContent;
+    std::string mSummaryContent; // kept as UTF-8: rarely read, made for every row
+
     QString mContent;
     const QString mQuoteUID;
     QBNotificationObserverTracker mNotificationTracker;

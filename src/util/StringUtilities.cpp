@@ -1,6 +1,7 @@
 #include "util/StringUtilities.h"
 
 #include <QRegularExpression>
+#include <QStringDecoder>
 #include <QStringList>
 #include <QTextBoundaryFinder>
 #include <QUrl>
@@ -278,8 +279,11 @@ double similarityToString(const QString& text, const QString& other)
 
 QString stringFromUnicodeCPPString(const std::string& bytes)
 {
-    if (utf8::is_valid(bytes.begin(), bytes.end()))
-        return QString::fromStdString(bytes);
+    // One decoding pass for valid text; only a failed one pays for the repair.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString decoded = decoder(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
+    if (!decoder.hasError())
+        return decoded;
     std::string repaired;
     repaired.reserve(bytes.size());
     utf8::replace_invalid(bytes.begin(), bytes.end(), std::back_inserter(repaired), U'*');

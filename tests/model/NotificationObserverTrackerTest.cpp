@@ -28,7 +28,7 @@ TEST(NotificationObserverTrackerTest, DroppingTheTrackerUnsubscribesEverything)
         named = counting(tracker, kName);
         everything = counting(tracker, QString());
         tracker.observeNotifications({}, [](const QBNotification&) { FAIL(); });
-        EXPECT_EQ(tracker.notificationObservers().size(), 2);
+        EXPECT_EQ(tracker.notificationObservers().size(), 2u);
         center.post(kName);
         EXPECT_EQ(*named, 1);
         EXPECT_EQ(*everything, 1);
@@ -44,13 +44,13 @@ TEST(NotificationObserverTrackerTest, ASecondRegistrationOfANameReplacesTheToken
     QBNotificationObserverTracker tracker;
     const auto first = counting(tracker, kName);
     const auto second = counting(tracker, kName);
-    EXPECT_EQ(tracker.notificationObservers().size(), 1);
+    EXPECT_EQ(tracker.notificationObservers().size(), 1u);
     QBNotificationCenter::defaultCenter().post(kName);
     EXPECT_EQ(*first, 1);
     EXPECT_EQ(*second, 1);
 
     tracker.removeObservers();
-    EXPECT_TRUE(tracker.notificationObservers().isEmpty());
+    EXPECT_TRUE(tracker.notificationObservers().empty());
     QBNotificationCenter::defaultCenter().post(kName);
     EXPECT_EQ(*first, 2); // the first registration stays for the rest of the process
     EXPECT_EQ(*second, 1);
