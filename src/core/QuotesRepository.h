@@ -19,7 +19,8 @@ public:
     CQuotesRepository(const CQuotesRepository&) = delete;
     CQuotesRepository& operator=(const CQuotesRepository&) = delete;
 
-    // Replaces the records by the file's; failures are logged. Always true.
+    // Replaces the records by the file's; failures are logged, and a file that fails to
+    // load is first copied aside (see DamagedFileCopy.h). Always true.
     bool loadQuotes();
     // Writes the records to the file, crash-safely; failures are logged. Always true.
     bool saveQuotes();
