@@ -40,7 +40,7 @@ protected:
 TEST_F(QBTelemetryHelperTest, EachEventSendsItsOneSignalThroughTheClient)
 {
     helper.configureWithAppID(kAppID, server.baseURL());
-    helper.trackQuoteAdded(); // what a batch import of twenty quotes reports: one add
+    helper.trackQuoteAdded();
     for (int duplicate = 0; duplicate < 3; ++duplicate) {
         helper.trackQuoteRemoved();
     }
