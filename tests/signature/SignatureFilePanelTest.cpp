@@ -10,53 +10,37 @@
 
 namespace {
 
-class SignatureFilePanelTest : public ::testing::Test
+TEST(SignatureFilePanelTest, OnlyOkCallsTheHandlerAndOnlyWithAMainWindow)
 {
-protected:
-    QFileDialog* openPanel()
-    {
+    QBTestHome home;
+    QList<QUrl> chosen;
+    const auto ask = [&] {
         QBCurrentSignatureFileHelper::askPathToOutputSignatureFile(
-            [this](const QUrl& url) { mChosen.append(url); });
-        return mWindow.findChild<QFileDialog*>();
-    }
+            [&](const QUrl& url) { chosen.append(url); });
+    };
+    ask(); // no main window: nothing is shown
+    EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
 
-    QBTestHome mHome;
-    QMainWindow mWindow;
-    QList<QUrl> mChosen;
-};
-
-TEST_F(SignatureFilePanelTest, NoMainWindowShowsNothing)
-{
-    QBCurrentSignatureFileHelper::askPathToOutputSignatureFile(
-        [this](const QUrl& url) { mChosen.append(url); });
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        EXPECT_EQ(qobject_cast<QFileDialog*>(widget), nullptr);
-    }
-    EXPECT_TRUE(mChosen.isEmpty());
-}
-
-TEST_F(SignatureFilePanelTest, CancelCallsNothingAndOkCallsOnceWithTheFile)
-{
-    mWindow.show();
-    QFileDialog* panel = openPanel();
+    QMainWindow window;
+    window.show();
+    ask();
+    QFileDialog* panel = window.findChild<QFileDialog*>();
     ASSERT_NE(panel, nullptr);
     EXPECT_TRUE(panel->isVisible());
     EXPECT_EQ(panel->windowModality(), Qt::WindowModal);
-    EXPECT_EQ(panel->acceptMode(), QFileDialog::AcceptSave);
-    ASSERT_EQ(panel->selectedFiles().size(), 1);
-    EXPECT_TRUE(panel->selectedFiles().first().endsWith(QStringLiteral("/CurrentSignature.txt")));
+    EXPECT_TRUE(panel->selectedFiles().value(0).endsWith(QStringLiteral("/CurrentSignature.txt")));
     panel->reject();
-    QApplication::processEvents();
-    EXPECT_TRUE(mChosen.isEmpty());
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // it closes for good
+    EXPECT_TRUE(chosen.isEmpty());
+    EXPECT_EQ(window.findChild<QFileDialog*>(), nullptr);
 
-    panel = openPanel();
+    ask();
+    panel = window.findChild<QFileDialog*>();
     ASSERT_NE(panel, nullptr);
-    const QString chosen = mHome.filePath(QStringLiteral("MySignature.txt"));
-    panel->selectFile(chosen);
+    panel->selectFile(home.filePath(QStringLiteral("Mine.txt")));
     static_cast<QDialog*>(panel)->accept(); // dispatches to the file dialog's own accept
     QApplication::processEvents();
-    ASSERT_EQ(mChosen.size(), 1);
-    EXPECT_EQ(mChosen.first(), QUrl::fromLocalFile(chosen));
+    EXPECT_EQ(chosen, QList<QUrl>{QUrl::fromLocalFile(home.filePath(QStringLiteral("Mine.txt")))});
 }
 
 } // namespace
