@@ -1,5 +1,4 @@
 #include "core/QuotesDBHelper.h"
-#include "core/Bundle.h"
 #include "core/FolderHelper.h"
 #include "logging/Log.h"
 
@@ -11,7 +10,8 @@
 
 namespace {
 
-// Paths are derived afresh from HOME and XDG_* on every call.
+// Paths are derived afresh from HOME and XDG_* on every call. Seeding itself is
+// checked end to end by tests/app/LaunchProcessTest.
 class QuotesDBHelperTest : public ::testing::Test
 {
 protected:
@@ -80,29 +80,6 @@ TEST_F(QuotesDBHelperTest, UncreatableFoldersOnlyWarn)
               std::string::npos);
     EXPECT_NE(lines.find("Failed to locate library directory for current user: Cannot create"),
               std::string::npos);
-}
-
-TEST_F(QuotesDBHelperTest, SeedIsCopiedExactlyAndNeverOverAFile)
-{
-    QBBundle::setMainBundleResourcePath(mHome.stdPath(QStringLiteral("bundle")));
-    const QString db = QString::fromStdString(*QBQuotesDBHelper::getPathToQuotesDb());
-    QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(db.toStdString());
-    const std::string noSeed = "Failed to locate sample quotes db in app bundle: (null)\n";
-    EXPECT_TRUE(warnings().ends_with(noSeed)) << warnings();
-
-    const QByteArray seed = "{\n    \"Quotes\": []\n}\n\xc3\xa9";
-    ASSERT_TRUE(writeFileBytes(mHome.filePath(QStringLiteral("bundle/signatures.json")), seed));
-    QBQuotesDBHelper::createApplicationGroupAppSupportFolder();
-    QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(db.toStdString());
-    EXPECT_EQ(readFileBytes(db), seed);
-
-    ASSERT_TRUE(writeFileBytes(db, "mine"));
-    qblog::clearLogHistory();
-    QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(db.toStdString());
-    EXPECT_EQ(readFileBytes(db), QByteArray("mine"));
-    EXPECT_NE(warnings().find("Failed to copy default quotes db to app support folder: "),
-              std::string::npos);
-    QBBundle::setMainBundleResourcePath(QBBundle::defaultResourcePath());
 }
 
 } // namespace
