@@ -102,11 +102,6 @@ TEST_F(QuoteValueObjectTest, SourceMirrorsTheRepositoryInOrder)
 
     EXPECT_EQ(source.valueObjectForQuoteUID(uidText(uids[1])), source.quotes()[1]);
     EXPECT_EQ(source.valueObjectForQuoteUID(QStringLiteral("unknown")), nullptr);
-
-    // Two objects of one UID (never made from the repository): the first is found.
-    const auto twin = QBQuoteValueObject::quoteValueObjectWithQuote(uidText(uids[0]));
-    source.setQuotes({source.quotes()[1], twin, source.quotes()[0]});
-    EXPECT_EQ(source.valueObjectForQuoteUID(uidText(uids[0])), twin);
 }
 
 } // namespace

@@ -77,20 +77,6 @@ TEST_F(AlertTest, QuestionIsWindowModalAndRunsTheHandlerOfTheAnswer)
     }
 }
 
-TEST_F(AlertTest, EscapeCountsAsNo)
-{
-    int yes = 0;
-    int no = 0;
-    QBAlert::shared().showYesNoAlertWithLocalizedTitle(
-        QStringLiteral("T"), QStringLiteral("M"), QBAlert::Warning, [&] { ++yes; }, [&] { ++no; });
-    QMessageBox* box = openBox();
-    ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->icon(), QMessageBox::Warning);
-    QTest::keyClick(box, Qt::Key_Escape);
-    EXPECT_EQ(yes, 0);
-    EXPECT_EQ(no, 1);
-}
-
 TEST_F(AlertTest, InformationAndWarningAlerts)
 {
     struct Case
