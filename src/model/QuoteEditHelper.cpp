@@ -6,6 +6,7 @@
 #include "model/Actions.h"
 #include "model/Notifications.h"
 #include "model/QuotesChangeBatch.h"
+#include "telemetry/QBTelemetryHelper.h"
 #include "util/NotificationCenter.h"
 #include "util/StringUtilities.h"
 #include "util/UserDefaults.h"
@@ -93,7 +94,7 @@ void QBQuoteEditHelper::addQuoteWithUndoManager(QBUndoManager* undoManager)
     const CQuoteRecord added = *record;
     std::make_shared<QBAddQuoteAction>(undoManager, added)->registerUndo();
     postForQuote(QBQuoteAddedNotification, QString::fromStdString(added.mUID));
-    // Telemetry trigger: trackQuoteAdded (single add).
+    QBTelemetryHelper::shared().trackQuoteAdded();
 }
 
 void QBQuoteEditHelper::addQuotesFromStringArray(const QStringList& strings)
@@ -110,7 +111,8 @@ void QBQuoteEditHelper::addQuotesFromStringArray(const QStringList& strings)
     }
     QBNotificationCenter::defaultCenter().post(QBQuotesImportedNotification, notificationSender(),
                                                {{QBKeyImportedQuotesCount, added}});
-    // Telemetry trigger: trackQuoteAdded (batch add, also when nothing was added).
+    // One signal per import, whatever it added (none included).
+    QBTelemetryHelper::shared().trackQuoteAdded();
 }
 
 QString QBQuoteEditHelper::preprocessQuote(const QString& text)
@@ -207,7 +209,7 @@ void QBQuoteEditHelper::removeQuote(const QString& uid, QBUndoManager* undoManag
     repository.removeQuote(key);
     if (notify && !uid.isNull()) {
         postForQuote(QBQuoteRemovedNotification, uid);
-        // Telemetry trigger: trackQuoteRemoved (notified removal).
+        QBTelemetryHelper::shared().trackQuoteRemoved();
     }
 }
 

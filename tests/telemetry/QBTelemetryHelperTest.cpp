@@ -1,10 +1,13 @@
 #include "TelemetryTestSupport.h"
 #include "TestHome.h"
 
+#include "core/QuotesRepository.h"
 #include "logging/Log.h"
+#include "model/QuoteEditHelper.h"
 #include "telemetry/QBTelemetryHelper.h"
 #include "telemetry/SignalManager.h"
 #include "telemetry/TelemetryManager.h"
+#include "util/UndoManager.h"
 
 #include <QDir>
 
@@ -16,21 +19,25 @@ const QString kAppID = QStringLiteral("5D2A9F10-7B3C-4E81-9A6D-2C4F8B1E0A37");
 class QBTelemetryHelperTest : public ::testing::Test
 {
 protected:
-    // The application's records as the server received them, without the client's own.
+    // The application's records the server received since the last call, without the
+    // client's own.
     QList<QJsonObject> applicationRecords()
     {
+        const QList<QJsonObject> all =
+            drainToServer(*TelemetryManager::shared()->signalManager(), server);
         QList<QJsonObject> records;
-        for (const QJsonObject& record :
-             drainToServer(*TelemetryManager::shared()->signalManager(), server)) {
+        for (const QJsonObject& record : all.mid(mRecordsSeen)) {
             if (!record.value(QStringLiteral("type"))
                      .toString()
                      .startsWith(QStringLiteral("Tallyhub."))) {
                 records.append(record);
             }
         }
+        mRecordsSeen = all.size();
         return records;
     }
 
+    qsizetype mRecordsSeen = 0;
     QBTestHome home;
     LocalHttpServer server;
     QBTelemetryHelper& helper = QBTelemetryHelper::shared();
@@ -94,4 +101,39 @@ TEST_F(QBTelemetryHelperTest, WithoutAnEndpointUsageSignalsAreOffAndNothingIsWri
             << variable;
     }
     EXPECT_TRUE(server.requests().isEmpty());
+}
+
+TEST_F(QBTelemetryHelperTest, TheEditOperationsSendOneSignalPerUserCommand)
+{
+    auto& repository = CQuotesRepository::getInstance();
+    repository.removeAllQuotes();
+    repository.mFilePath = home.stdPath(QStringLiteral("quotes.db"));
+    helper.configureWithAppID(kAppID, server.baseURL());
+    applicationRecords(); // the client's own start-up signals are not ours
+    QBUndoManager undoManager;
+
+    QStringList twenty;
+    for (int i = 0; i < 20; ++i) {
+        twenty << QStringLiteral("Quote %1").arg(i % 17); // three of them repeat
+    }
+    QBQuoteEditHelper::addQuotesFromStringArray(twenty);
+    EXPECT_EQ(typesOf(applicationRecords()), textList({"Quote.Added"}));
+
+    QBQuoteEditHelper::removeDuplicateQuotesWithUndoManager(&undoManager);
+    EXPECT_EQ(typesOf(applicationRecords()),
+              textList({"Quote.Removed", "Quote.Removed", "Quote.Removed"}));
+
+    const QString last = QString::fromStdString(repository.mQuotes.back().mUID);
+    QBQuoteEditHelper::removeQuote(last, &undoManager, false);
+    QBQuoteEditHelper::removeQuote(QStringLiteral("no-such-quote"), &undoManager, true);
+    QBQuoteEditHelper::removeAllQuotesWithUndoManager(&undoManager);
+    undoManager.undo(); // undo sends nothing either
+    EXPECT_TRUE(applicationRecords().isEmpty());
+    EXPECT_FALSE(repository.mQuotes.empty());
+
+    QBQuoteEditHelper::addQuoteWithUndoManager(&undoManager);
+    EXPECT_EQ(typesOf(applicationRecords()), textList({"Quote.Added"}));
+
+    repository.removeAllQuotes();
+    repository.mFilePath.clear();
 }
