@@ -6,22 +6,46 @@
 #include "core/QuotesRepository.h"
 #include "logging/Log.h"
 #include "logging/ULog.h"
+#include "model/QuoteEditHelper.h"
 #include "model/QuotesAutoSaver.h"
 #include "signature/SettingsKeys.h"
 #include "telemetry/QBTelemetryHelper.h"
 #include "telemetry/TelemetryBuildSettings.h"
+#include "telemetry/TelemetryManager.h"
 #include "ui/AboutWindow.h"
+#include "ui/Alert.h"
 #include "util/UserDefaults.h"
 
 #include <QApplication>
 #include <QMainWindow>
+#include <QScreen>
 
 QBAppDelegate::QBAppDelegate(QObject* parent) : QObject(parent) {}
 
 QBAppDelegate::~QBAppDelegate()
 {
+    QBQuoteEditHelper::setYesNoQuestion({});
     delete mWindow;
 }
+
+namespace {
+// Screen and appearance facts for the usage signals, which the telemetry client cannot
+// read itself without a GUI.
+DisplayEnvironment displayEnvironmentOf(const QWidget& window)
+{
+    DisplayEnvironment environment;
+    if (const QScreen* screen = window.screen()) {
+        environment.screenWidth = screen->size().width();
+        environment.screenHeight = screen->size().height();
+        environment.screenScaleFactor = screen->devicePixelRatio();
+    }
+    // Qt 6.4 has no colour-scheme query; a dark window background means a dark scheme.
+    environment.colorScheme = window.palette().color(QPalette::Window).lightness() < 128
+                                  ? QStringLiteral("Dark")
+                                  : QStringLiteral("Light");
+    return environment;
+}
+} // namespace
 
 QString QBAppDelegate::getPathToLogFile()
 {
@@ -47,6 +71,10 @@ void QBAppDelegate::applicationDidFinishLaunching()
     // The value transformers of the quotes window's bindings join here with that window.
     QApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
     showMainWindow();
+    installAlerts();
+    if (TelemetryManager* telemetry = TelemetryManager::shared()) {
+        telemetry->setDisplayEnvironment(displayEnvironmentOf(*mWindow));
+    }
 
     QBUserDefaults::standardUserDefaults().registerDefaults(registeredDefaultSettings());
 }
@@ -78,6 +106,17 @@ void QBAppDelegate::showMainWindow()
     mWindow->resize(900, 600);
     installMainMenu(*mWindow, *this);
     mWindow->show();
+}
+
+void QBAppDelegate::installAlerts()
+{
+    QBAlert::shared().setParentWindow(mWindow);
+    QBQuoteEditHelper::setYesNoQuestion([](const QString& title, const QString& message, int style,
+                                           std::function<void()> onYes,
+                                           std::function<void()> onNo) {
+        QBAlert::shared().showYesNoAlertWithLocalizedTitle(title, message, style, std::move(onYes),
+                                                           std::move(onNo));
+    });
 }
 
 void QBAppDelegate::applicationWillTerminate()

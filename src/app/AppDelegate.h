@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/AboutWindow.h"
+#include "util/UndoManager.h"
 
 #include <QMainWindow>
 #include <QObject>
@@ -42,10 +43,15 @@ public:
     QMainWindow* window() const { return mWindow; }
     QBAboutWindow* aboutWindowController() const { return mAboutWindow; }
     QBQuotesAutoSaver* autoSaver() const { return mAutoSaver.get(); }
+    // The main window's undo manager, shared by every command that changes quotes.
+    QBUndoManager& undoManager() { return mUndoManager; }
 
 private:
     void showMainWindow();
+    // Alerts of the model (the duplicate question) attach to the main window.
+    void installAlerts();
 
+    QBUndoManager mUndoManager;
     QPointer<QMainWindow> mWindow;
     QPointer<QBAboutWindow> mAboutWindow;
     std::unique_ptr<QBQuotesAutoSaver> mAutoSaver;

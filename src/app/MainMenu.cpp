@@ -24,6 +24,23 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
     QObject::connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit,
                      Qt::QueuedConnection);
 
+    QMenu* editMenu = window.menuBar()->addMenu(QApplication::translate("MainMenu", "&Edit"));
+    QBUndoManager* undoManager = &delegate.undoManager();
+    QAction* undo = editMenu->addAction(QApplication::translate("MainMenu", "&Undo"));
+    undo->setObjectName(QStringLiteral("undoAction"));
+    undo->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+    QObject::connect(undo, &QAction::triggered, undoManager, &QBUndoManager::undo);
+    QAction* redo = editMenu->addAction(QApplication::translate("MainMenu", "&Redo"));
+    redo->setObjectName(QStringLiteral("redoAction"));
+    redo->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
+    QObject::connect(redo, &QAction::triggered, undoManager, &QBUndoManager::redo);
+    const auto followStacks = [undo, redo, undoManager] {
+        undo->setEnabled(undoManager->canUndo());
+        redo->setEnabled(undoManager->canRedo());
+    };
+    followStacks();
+    QObject::connect(undoManager, &QBUndoManager::stackChanged, undo, followStacks);
+
     QMenu* helpMenu = window.menuBar()->addMenu(QApplication::translate("MainMenu", "&Help"));
     QAction* about = helpMenu->addAction(QApplication::translate("MainMenu", "&About %1")
                                              .arg(QApplication::applicationDisplayName()));

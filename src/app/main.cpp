@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/Translations.h"
 #include "app/UnixSignalWatcher.h"
 #include "core/AppIdentity.h"
 
@@ -15,6 +16,8 @@ int main(int argc, char* argv[])
     QApplication::setDesktopFileName(QString::fromUtf8(qbidentity::kBundleIdentifier));
     // The installed icon, found through the icon theme by the desktop entry's name.
     QApplication::setWindowIcon(QIcon::fromTheme(QString::fromUtf8(qbidentity::kBundleIdentifier)));
+
+    installTranslations();
 
     QBAppDelegate delegate;
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &delegate,

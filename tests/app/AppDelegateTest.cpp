@@ -1,8 +1,10 @@
 #include "app/AppDelegate.h"
+#include "app/Translations.h"
 #include "core/Bundle.h"
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
 #include "logging/Log.h"
+#include "model/QuoteEditHelper.h"
 #include "signature/SettingsKeys.h"
 #include "util/UserDefaults.h"
 
@@ -11,6 +13,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -24,6 +28,7 @@ protected:
     {
         QBBundle::setMainBundleResourcePath(QB_BUILD_SHARE_DIR);
         QBUserDefaults::resetStandardUserDefaults();
+        installTranslations(); // as main() does
         mDelegate.applicationDidFinishLaunching();
     }
     void TearDown() override
@@ -69,6 +74,42 @@ TEST_F(AppDelegateTest, LaunchOpensTheWindowWithItsMenusAndRegistersTheInterval)
     EXPECT_FALSE(QBUserDefaults(QBUserDefaults::standardUserDefaultsPath())
                      .objectForKey(QBDefaultsRandomizeInterval)
                      .isValid());
+}
+
+TEST_F(AppDelegateTest, EditMenuFollowsTheUndoStackAndDuplicatesAreAskedAboutOnTheWindow)
+{
+    auto& quotes = CQuotesRepository::getInstance().mQuotes;
+    const std::size_t seeded = quotes.size();
+    QAction* undo = action("undoAction");
+    QAction* redo = action("redoAction");
+    ASSERT_TRUE(undo && redo);
+    EXPECT_EQ(undo->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Z));
+    EXPECT_EQ(redo->shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
+    EXPECT_FALSE(undo->isEnabled());
+
+    QBQuoteEditHelper::addQuoteWithUndoManager(&mDelegate.undoManager());
+    QCoreApplication::processEvents(); // the event's undo group closes
+    EXPECT_TRUE(undo->isEnabled());
+    undo->trigger();
+    EXPECT_EQ(quotes.size(), seeded);
+    EXPECT_FALSE(undo->isEnabled());
+    EXPECT_TRUE(redo->isEnabled());
+
+    quotes.push_back(CQuoteRecord(quotes.front().mContent, std::string()));
+    QBQuoteEditHelper::checkForDuplicateQuotesWithUndoManager(&mDelegate.undoManager());
+    auto* question = mDelegate.window()->findChild<QMessageBox*>();
+    ASSERT_NE(question, nullptr);
+    EXPECT_EQ(question->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(question->windowTitle(), QStringLiteral("Duplicates Detected"));
+    for (QAbstractButton* button : question->buttons()) {
+        if (question->buttonRole(button) == QMessageBox::YesRole) {
+            button->click();
+        }
+    }
+    EXPECT_EQ(quotes.size(), seeded);
+    std::vector<CQuoteRecord> saved;
+    readQuotesFile(mDbPath.toStdString(), saved);
+    EXPECT_EQ(saved.size(), seeded);
 }
 
 TEST_F(AppDelegateTest, SaveWritesTheQuotesAndAboutIsMadeOnce)
