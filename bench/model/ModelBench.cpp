@@ -54,6 +54,14 @@ public:
     }
     ~ModelSetup() { CQuotesRepository::getInstance().removeAllQuotes(); }
 
+    // A collection with duplicates, its list and an empty undo history (untimed).
+    void resetWithDuplicates()
+    {
+        fillRepository(true);
+        mSource.rebuildQuotesArray();
+        mUndoManager.removeAllActions();
+    }
+
     QTemporaryDir mFolder;
     QBQuotesAutoSaver mAutoSaver;
     QBUndoManager mUndoManager;
@@ -74,9 +82,7 @@ void BM_RemoveDuplicates(benchmark::State& state)
     ModelSetup setup;
     for (auto _ : state) {
         state.PauseTiming();
-        fillRepository(true);
-        setup.mSource.rebuildQuotesArray();
-        setup.mUndoManager.removeAllActions();
+        setup.resetWithDuplicates();
         state.ResumeTiming();
         QBQuoteEditHelper::removeDuplicateQuotesWithUndoManager(&setup.mUndoManager);
     }
@@ -90,9 +96,7 @@ void BM_UndoRemoveDuplicates(benchmark::State& state)
     ModelSetup setup;
     for (auto _ : state) {
         state.PauseTiming();
-        fillRepository(true);
-        setup.mSource.rebuildQuotesArray();
-        setup.mUndoManager.removeAllActions();
+        setup.resetWithDuplicates();
         QBQuoteEditHelper::removeDuplicateQuotesWithUndoManager(&setup.mUndoManager);
         state.ResumeTiming();
         setup.mUndoManager.undo();
