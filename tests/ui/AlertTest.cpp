@@ -1,15 +1,16 @@
 #include "ui/Alert.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPointer>
-#include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -23,82 +24,45 @@ protected:
     }
     ~AlertTest() override { QBAlert::shared().setParentWindow(nullptr); }
 
-    // The one open message box attached to the window.
-    QMessageBox* openBox() const
+    // Checks the one open box (window-modal, still waiting), then clicks the button titled
+    // |title| (or the only one) and checks that the box is gone.
+    void answer(QMessageBox* returned, QMessageBox::Icon icon, const QString& title = {})
     {
         const auto boxes = window.findChildren<QMessageBox*>();
-        return boxes.size() == 1 ? boxes.front() : nullptr;
-    }
-
-    static QAbstractButton* buttonTitled(QMessageBox* box, const QString& title)
-    {
-        for (QAbstractButton* button : box->buttons()) {
-            if (button->text() == title)
-                return button;
-        }
-        return nullptr;
+        ASSERT_EQ(boxes.size(), 1);
+        QPointer<QMessageBox> box = boxes.front();
+        EXPECT_EQ(box, returned);
+        EXPECT_TRUE(box->isVisible());
+        EXPECT_EQ(box->windowModality(), Qt::WindowModal);
+        EXPECT_EQ(box->icon(), icon);
+        EXPECT_EQ(box->windowTitle() + box->text(), u"TitleMessage"_s);
+        const auto buttons = box->buttons();
+        const auto button = std::find_if(buttons.begin(), buttons.end(), [&](auto* candidate) {
+            return title.isEmpty() ? buttons.size() == 1 : candidate->text() == title;
+        });
+        ASSERT_NE(button, buttons.end()) << title.toStdString();
+        ran << u"click"_s;
+        QTest::mouseClick(*button, Qt::LeftButton);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(box.isNull());
     }
 
     QMainWindow window;
+    QStringList ran;
 };
 
-TEST_F(AlertTest, QuestionIsWindowModalAndRunsTheHandlerOfTheAnswer)
+TEST_F(AlertTest, AlertsAreWindowModalAndAnsweredByClickingAButton)
 {
-    struct Case
-    {
-        QString buttonTitle;
-        int expectedYes;
-        int expectedNo;
-    };
-    for (const Case& answer : {Case{QStringLiteral("AlertYesButton"), 1, 0},
-                               Case{QStringLiteral("AlertNoButton"), 0, 1}}) {
-        int yes = 0;
-        int no = 0;
-        QMessageBox* returned = QBAlert::shared().showYesNoAlertWithLocalizedTitle(
-            QStringLiteral("Duplicates"), QStringLiteral("Remove them?"), QBAlert::Informational,
-            [&] { ++yes; }, [&] { ++no; });
-        QMessageBox* box = openBox();
-        ASSERT_NE(box, nullptr);
-        EXPECT_EQ(box, returned);
-        QPointer<QMessageBox> guard(box);
-        EXPECT_TRUE(box->isVisible()); // open() returned at once: nothing answered yet
-        EXPECT_EQ(yes + no, 0);
-        EXPECT_EQ(box->windowModality(), Qt::WindowModal);
-        EXPECT_EQ(box->icon(), QMessageBox::Information);
-        EXPECT_EQ(box->text(), QStringLiteral("Remove them?"));
-
-        QAbstractButton* button = buttonTitled(box, answer.buttonTitle);
-        ASSERT_NE(button, nullptr) << answer.buttonTitle.toStdString();
-        QTest::mouseClick(button, Qt::LeftButton);
-        EXPECT_EQ(yes, answer.expectedYes);
-        EXPECT_EQ(no, answer.expectedNo);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_TRUE(guard.isNull()); // closed boxes go away
+    for (const QString& button : {u"AlertYesButton"_s, u"AlertNoButton"_s}) {
+        answer(QBAlert::shared().showYesNoAlertWithLocalizedTitle(
+                   u"Title"_s, u"Message"_s, QBAlert::Informational, [&] { ran << u"yes"_s; },
+                   [&] { ran << u"no"_s; }),
+               QMessageBox::Information, button);
     }
-}
-
-TEST_F(AlertTest, InformationAndWarningAlerts)
-{
-    struct Case
-    {
-        QMessageBox* (QBAlert::*show)(const QString&, const QString&);
-        QMessageBox::Icon icon;
-    };
-    for (const Case& kind : {Case{&QBAlert::infoWithTitle, QMessageBox::Information},
-                             Case{&QBAlert::warningWithTitle, QMessageBox::Warning}}) {
-        (QBAlert::shared().*kind.show)(QStringLiteral("No Output File Specified"),
-                                       QStringLiteral("Please specify an output file"));
-        QMessageBox* box = openBox();
-        ASSERT_NE(box, nullptr);
-        EXPECT_EQ(box->icon(), kind.icon);
-        EXPECT_EQ(box->windowTitle(), QStringLiteral("No Output File Specified"));
-        EXPECT_EQ(box->windowModality(), Qt::WindowModal);
-        ASSERT_EQ(box->buttons().size(), 1);
-        QTest::mouseClick(box->buttons().front(), Qt::LeftButton);
-        EXPECT_FALSE(box->isVisible());
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_EQ(openBox(), nullptr);
-    }
+    answer(QBAlert::shared().infoWithTitle(u"Title"_s, u"Message"_s), QMessageBox::Information);
+    answer(QBAlert::shared().warningWithTitle(u"Title"_s, u"Message"_s), QMessageBox::Warning);
+    EXPECT_EQ(ran,
+              QStringList({u"click"_s, u"yes"_s, u"click"_s, u"no"_s, u"click"_s, u"click"_s}));
 }
 
 } // namespace

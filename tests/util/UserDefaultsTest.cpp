@@ -1,4 +1,5 @@
 #include "util/UserDefaults.h"
+#include "util/NotificationCenter.h"
 
 #include "TestHome.h"
 
@@ -6,90 +7,91 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 class UserDefaultsTest : public ::testing::Test
 {
 protected:
     QBTestHome mHome;
-    const QString mPath = mHome.filePath(QStringLiteral("config/test.conf"));
+    const QString mPath = mHome.filePath(u"config/test.conf"_s);
 };
 
 TEST_F(UserDefaultsTest, TypedReadersConvertWhatTheFileGivesBack)
 {
-    struct Case
-    {
-        const char* key;
-        QVariant stored;
-        bool asBool;
-        qint64 asInteger;
-        double asDouble;
-    };
-    const Case cases[] = {
-        {"absent", QVariant(), false, 0, 0.0},
-        {"integer", qint64(42), true, 42, 42.0},
-        {"fraction", 2.5, true, 2, 2.5},
-        {"true", true, true, 1, 1.0},
-        {"false", false, false, 0, 0.0},
-        {"YES", QStringLiteral("YES"), true, 1, 1.0},
-        {"garbage", QStringLiteral("abc"), false, 0, 0.0},
-        {"-7", QStringLiteral("-7"), true, -7, -7.0},
-    };
+    using Case = std::tuple<QString, QVariant, bool, qint64, double>; // stored, then read back
+    const Case cases[] = {{u"absent"_s, QVariant(), false, 0, 0.0},
+                          {u"integer"_s, qint64(42), true, 42, 42.0},
+                          {u"fraction"_s, 2.5, true, 2, 2.5},
+                          {u"true"_s, true, true, 1, 1.0},
+                          {u"false"_s, false, false, 0, 0.0},
+                          {u"YES"_s, u"YES"_s, true, 1, 1.0},
+                          {u"garbage"_s, u"abc"_s, false, 0, 0.0},
+                          {u"-7"_s, u"-7"_s, true, -7, -7.0},
+                          {u"data"_s, QByteArray("\0\1", 2), false, 0, 0.0}};
     {
         QBUserDefaults writer(mPath);
-        for (const Case& c : cases) {
-            writer.setObject(c.stored, QString::fromUtf8(c.key));
-        }
-        writer.setObject(QByteArray("\0\1", 2), QStringLiteral("data"));
+        for (const auto& [key, stored, asBool, asInteger, asDouble] : cases)
+            writer.setObject(stored, key);
     }
     QBUserDefaults reader(mPath); // every value has made the trip through the file
-    for (const Case& c : cases) {
-        const QString key = QString::fromUtf8(c.key);
-        EXPECT_EQ(reader.boolForKey(key), c.asBool) << c.key;
-        EXPECT_EQ(reader.integerForKey(key), c.asInteger) << c.key;
-        EXPECT_DOUBLE_EQ(reader.doubleForKey(key), c.asDouble) << c.key;
+    for (const auto& [key, stored, asBool, asInteger, asDouble] : cases) {
+        SCOPED_TRACE(key.toStdString());
+        EXPECT_EQ(reader.objectForKey(key), stored);
+        EXPECT_EQ(reader.boolForKey(key), asBool);
+        EXPECT_EQ(reader.integerForKey(key), asInteger);
+        EXPECT_DOUBLE_EQ(reader.doubleForKey(key), asDouble);
     }
-    EXPECT_EQ(reader.stringForKey(QStringLiteral("YES")), QStringLiteral("YES"));
-    EXPECT_EQ(reader.objectForKey(QStringLiteral("data")), QVariant(QByteArray("\0\1", 2)));
+    EXPECT_EQ(reader.stringForKey(u"YES"_s), u"YES"_s);
 }
 
-TEST_F(UserDefaultsTest, RegisteredValuesFallBackAndEmptyValuesRemove)
+TEST_F(UserDefaultsTest, RegisteredValuesFallBackEmptyValuesRemoveAndChangesAreAnnounced)
 {
     QBUserDefaults defaults(mPath);
     QSignalSpy changes(&defaults, &QBUserDefaults::didChange);
-    defaults.registerDefaults({{QStringLiteral("Interval"), 120}, {QStringLiteral("Other"), 5}});
-    defaults.setInteger(600, QStringLiteral("Interval"));
-    defaults.setObject(QStringLiteral("x"), QStringLiteral("Text"));
+    int posted = 0;
+    auto& center = QBNotificationCenter::defaultCenter();
+    const QBNotificationToken token = center.addObserver(
+        QBUserDefaultsDidChangeNotification,
+        [&](const QBNotification& notification) { posted += notification.object == &defaults; });
+
+    defaults.registerDefaults({{u"Interval"_s, 120}, {u"Other"_s, 5}});
+    defaults.setInteger(600, u"Interval"_s);
+    defaults.setObject(u"x"_s, u"Text"_s);
     const QVariantMap all = defaults.dictionaryRepresentation();
     EXPECT_EQ(all.size(), 3);
-    EXPECT_EQ(all.value(QStringLiteral("Interval")).toLongLong(), 600); // persistent wins
-
+    EXPECT_EQ(all.value(u"Interval"_s).toLongLong(), 600); // persistent wins
     for (const QVariant& empty : {QVariant(), QVariant(QString()), QVariant(QByteArray())}) {
-        defaults.setObject(QStringLiteral("x"), QStringLiteral("Text"));
-        defaults.setObject(empty, QStringLiteral("Text"));
-        EXPECT_FALSE(defaults.objectForKey(QStringLiteral("Text")).isValid()) << empty.typeName();
+        defaults.setObject(u"x"_s, u"Text"_s);
+        defaults.setObject(empty, u"Text"_s);
+        EXPECT_FALSE(defaults.objectForKey(u"Text"_s).isValid()) << empty.typeName();
     }
-    defaults.removeObjectForKey(QStringLiteral("Interval"));
-    EXPECT_EQ(defaults.integerForKey(QStringLiteral("Interval")), 120);
+    defaults.removeObjectForKey(u"Interval"_s);
+    EXPECT_EQ(defaults.integerForKey(u"Interval"_s), 120);
+    center.removeObserver(token);
     EXPECT_EQ(changes.size(), 10);
+    EXPECT_EQ(posted, 10);
     EXPECT_EQ(changes.first().at(0).toString(), QString()); // registerDefaults
-    EXPECT_EQ(changes.last().at(0).toString(), QStringLiteral("Interval"));
-    // Only the persistent domain reaches the file; another reader picks it up on sync.
+    EXPECT_EQ(changes.last().at(0).toString(), u"Interval"_s);
+
+    // Only the persistent domain reaches the file; another object picks it up on sync.
     QBUserDefaults other(mPath);
-    EXPECT_FALSE(other.objectForKey(QStringLiteral("Other")).isValid());
-    defaults.setInteger(7, QStringLiteral("N"));
+    EXPECT_FALSE(other.objectForKey(u"Other"_s).isValid());
+    defaults.setInteger(7, u"N"_s);
     other.synchronize();
-    EXPECT_EQ(other.integerForKey(QStringLiteral("N")), 7);
+    EXPECT_EQ(other.integerForKey(u"N"_s), 7);
 }
 
 TEST_F(UserDefaultsTest, StandardDefaultsFollowXdgConfigHome)
 {
-    const QString expected =
-        mHome.filePath(QStringLiteral("xdg_config_home/Quillbox2/Quillbox2.conf"));
-    EXPECT_EQ(QBUserDefaults::standardUserDefaultsPath(), expected);
+    EXPECT_EQ(QBUserDefaults::standardUserDefaultsPath(),
+              mHome.filePath(u"xdg_config_home/Quillbox2/Quillbox2.conf"_s));
     ::setenv("XDG_CONFIG_HOME", "relative/is/ignored", 1);
     EXPECT_EQ(QBUserDefaults::standardUserDefaultsPath(),
-              mHome.filePath(QStringLiteral("home/.config/Quillbox2/Quillbox2.conf")));
+              mHome.filePath(u"home/.config/Quillbox2/Quillbox2.conf"_s));
     QBUserDefaults::resetStandardUserDefaults(mPath);
     EXPECT_EQ(QBUserDefaults::standardUserDefaults().filePath(), mPath);
     QBUserDefaults::resetStandardUserDefaults();
