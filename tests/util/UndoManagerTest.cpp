@@ -26,15 +26,18 @@ struct Counter
     int value = 0;
 };
 
+// Steps are grouped by hand unless a test turns event grouping back on.
 class UndoManagerTest : public ::testing::Test
 {
 protected:
+    UndoManagerTest() { undoManager.setGroupsByEvent(false); }
     QBUndoManager undoManager;
     Counter counter{undoManager};
 };
 
 TEST_F(UndoManagerTest, RegistrationsOfOneEventFormOneStepAndUndoClosesTheOpenOne)
 {
+    undoManager.setGroupsByEvent(true);
     counter.add(1);
     counter.add(2);
     QCoreApplication::processEvents(); // the event ends: its automatic group closes
@@ -56,7 +59,6 @@ TEST_F(UndoManagerTest, RegistrationsOfOneEventFormOneStepAndUndoClosesTheOpenOn
 
 TEST_F(UndoManagerTest, NestedGroupsUndoAsOneStepInReverseOrder)
 {
-    undoManager.setGroupsByEvent(false);
     QStringList order;
     const auto note = [&](const char* label) {
         undoManager.registerUndoWithTarget(nullptr,
@@ -79,7 +81,6 @@ TEST_F(UndoManagerTest, NestedGroupsUndoAsOneStepInReverseOrder)
 
 TEST_F(UndoManagerTest, PostsWillAndDidNotificationsAroundEachUndoAndRedo)
 {
-    undoManager.setGroupsByEvent(false);
     QStringList seen;
     auto& center = QBNotificationCenter::defaultCenter();
     const QBNotificationToken token = center.addObserver(QString(), [&](const QBNotification& n) {
@@ -99,7 +100,6 @@ TEST_F(UndoManagerTest, PostsWillAndDidNotificationsAroundEachUndoAndRedo)
 
 TEST_F(UndoManagerTest, RemovingATargetDropsItsStepsAndTheTargetsItKeptAlive)
 {
-    undoManager.setGroupsByEvent(false);
     auto kept = std::make_shared<int>(0);
     std::weak_ptr<int> watch = kept;
     undoManager.registerUndoWithTarget(kept.get(), [kept] { ++*kept; });
