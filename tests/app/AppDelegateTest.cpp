@@ -10,11 +10,11 @@
 
 #include "TestHome.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -44,16 +44,11 @@ protected:
     // Runs the event loop after |trigger|; false if the application did not quit in 10 s.
     static bool quitsAfter(const std::function<void()>& trigger)
     {
-        bool timedOut = false;
         QTimer::singleShot(0, trigger);
         QTimer guard;
-        QObject::connect(&guard, &QTimer::timeout, [&] {
-            timedOut = true;
-            QApplication::exit(1);
-        });
+        QObject::connect(&guard, &QTimer::timeout, [] { QApplication::exit(1); });
         guard.start(10000);
-        QApplication::exec();
-        return !timedOut;
+        return QApplication::exec() == 0;
     }
 
     QBTestHome mHome;
@@ -61,19 +56,36 @@ protected:
     const QString mDbPath = QString::fromStdString(*QBQuotesDBHelper::getPathToQuotesDb());
 };
 
-TEST_F(AppDelegateTest, LaunchOpensTheWindowWithItsMenusAndRegistersTheInterval)
+TEST_F(AppDelegateTest, LaunchShowsTheWindowAndMenusSaveWritesAndAboutIsMadeOnce)
 {
     ASSERT_NE(mDelegate.window(), nullptr);
     EXPECT_TRUE(mDelegate.window()->isVisible());
     EXPECT_NE(mDelegate.autoSaver(), nullptr);
-    EXPECT_EQ(action("saveAction")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_S));
-    EXPECT_EQ(action("quitAction")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
-    // A registered default: read as 120, never written to the file.
+    QStringList shortcuts;
+    for (const char* name : {"saveAction", "quitAction", "undoAction", "redoAction"}) {
+        ASSERT_NE(action(name), nullptr) << name;
+        shortcuts << action(name)->shortcut().toString();
+    }
+    EXPECT_EQ(shortcuts.join(u' '), QStringLiteral("Ctrl+S Ctrl+Q Ctrl+Z Ctrl+Shift+Z"));
     EXPECT_EQ(QBUserDefaults::standardUserDefaults().integerForKey(QBDefaultsRandomizeInterval),
-              120);
-    EXPECT_FALSE(QBUserDefaults(QBUserDefaults::standardUserDefaultsPath())
-                     .objectForKey(QBDefaultsRandomizeInterval)
-                     .isValid());
+              120); // registered at launch
+
+    ASSERT_TRUE(QFile::remove(mDbPath));
+    action("saveAction")->trigger();
+    std::vector<CQuoteRecord> saved;
+    readQuotesFile(mDbPath.toStdString(), saved);
+    EXPECT_EQ(saved.size(), CQuotesRepository::getInstance().mQuotes.size());
+    EXPECT_GE(saved.size(), 40u);
+
+    action("aboutAction")->trigger();
+    QBAboutWindow* about = mDelegate.aboutWindowController();
+    ASSERT_NE(about, nullptr);
+    EXPECT_TRUE(about->isVisible());
+    EXPECT_TRUE(about->creditsText().contains(QStringLiteral("William Shakespeare")));
+    about->close();
+    action("aboutAction")->trigger();
+    EXPECT_EQ(mDelegate.aboutWindowController(), about);
+    EXPECT_TRUE(about->isVisible());
 }
 
 TEST_F(AppDelegateTest, EditMenuFollowsTheUndoStackAndDuplicatesAreAskedAboutOnTheWindow)
@@ -82,11 +94,7 @@ TEST_F(AppDelegateTest, EditMenuFollowsTheUndoStackAndDuplicatesAreAskedAboutOnT
     const std::size_t seeded = quotes.size();
     QAction* undo = action("undoAction");
     QAction* redo = action("redoAction");
-    ASSERT_TRUE(undo && redo);
-    EXPECT_EQ(undo->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Z));
-    EXPECT_EQ(redo->shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
     EXPECT_FALSE(undo->isEnabled());
-
     QBQuoteEditHelper::addQuoteWithUndoManager(&mDelegate.undoManager());
     QCoreApplication::processEvents(); // the event's undo group closes
     EXPECT_TRUE(undo->isEnabled());
@@ -107,35 +115,10 @@ TEST_F(AppDelegateTest, EditMenuFollowsTheUndoStackAndDuplicatesAreAskedAboutOnT
         }
     }
     EXPECT_EQ(quotes.size(), seeded);
-    std::vector<CQuoteRecord> saved;
-    readQuotesFile(mDbPath.toStdString(), saved);
-    EXPECT_EQ(saved.size(), seeded);
-}
-
-TEST_F(AppDelegateTest, SaveWritesTheQuotesAndAboutIsMadeOnce)
-{
-    ASSERT_TRUE(QFile::remove(mDbPath));
-    action("saveAction")->trigger();
-    std::vector<CQuoteRecord> saved;
-    readQuotesFile(mDbPath.toStdString(), saved);
-    EXPECT_EQ(saved.size(), CQuotesRepository::getInstance().mQuotes.size());
-    EXPECT_GE(saved.size(), 40u);
-
-    action("aboutAction")->trigger();
-    QBAboutWindow* about = mDelegate.aboutWindowController();
-    ASSERT_NE(about, nullptr);
-    EXPECT_TRUE(about->isVisible());
-    EXPECT_TRUE(about->creditsText().contains(QStringLiteral("William Shakespeare")));
-    about->close();
-    action("aboutAction")->trigger();
-    EXPECT_EQ(mDelegate.aboutWindowController(), about);
-    EXPECT_TRUE(about->isVisible());
 }
 
 TEST_F(AppDelegateTest, ClosingTheWindowOrQuitEndsTheProgramWithoutSaving)
 {
-    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &mDelegate,
-                     &QBAppDelegate::applicationWillTerminate);
     // A change nobody was told about: only an explicit save would write it.
     CQuotesRepository::getInstance().mQuotes.clear();
     const QByteArray before = readFileBytes(mDbPath);
@@ -143,11 +126,6 @@ TEST_F(AppDelegateTest, ClosingTheWindowOrQuitEndsTheProgramWithoutSaving)
     EXPECT_TRUE(quitsAfter([this] { mDelegate.window()->close(); }));
     EXPECT_TRUE(quitsAfter([this] { action("quitAction")->trigger(); }));
     EXPECT_EQ(readFileBytes(mDbPath), before);
-    const std::vector<std::string> lines = qblog::recentLogLines(2, qblog::Level::Info);
-    ASSERT_EQ(lines.size(), 2u);
-    for (const std::string& line : lines) {
-        EXPECT_TRUE(line.ends_with("Shutting down.")) << line;
-    }
 }
 
 } // namespace

@@ -13,20 +13,18 @@ int main(int argc, char* argv[])
     QTextStream out(stdout);
     for (const QBSettingsKey& key : settingsKeys()) {
         const QVariant value = shared.objectForKey(key.name);
-        QString text;
+        out << key.name << '=';
         if (!value.isValid()) {
-            text = QStringLiteral("<absent>");
+            out << "<absent>";
         } else if (value.typeId() == QMetaType::QByteArray) {
-            text = QString::fromLatin1(value.toByteArray().toHex());
+            out << value.toByteArray().toHex();
         } else if (key.type == QMetaType::LongLong) {
-            text = QString::number(shared.integerForKey(key.name));
+            out << shared.integerForKey(key.name);
         } else if (key.type == QMetaType::Bool) {
-            text = shared.suiteUserDefaults().boolForKey(key.name) ? QStringLiteral("true")
-                                                                   : QStringLiteral("false");
+            out << (shared.suiteUserDefaults().boolForKey(key.name) ? "true" : "false");
         } else {
-            text = shared.stringForKey(key.name);
+            out << shared.stringForKey(key.name);
         }
-        out << key.name << '=' << text << '\n';
+        out << '\n';
     }
-    return 0;
 }

@@ -14,17 +14,17 @@ TEST(SignatureFilePanelTest, OnlyOkCallsTheHandlerAndOnlyWithAMainWindow)
 {
     QBTestHome home;
     QList<QUrl> chosen;
+    QMainWindow window;
     const auto ask = [&] {
         QBCurrentSignatureFileHelper::askPathToOutputSignatureFile(
             [&](const QUrl& url) { chosen.append(url); });
+        return window.findChild<QFileDialog*>();
     };
-    ask(); // no main window: nothing is shown
-    EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
+    ask(); // no visible main window: nothing is shown
+    EXPECT_EQ(QApplication::topLevelWidgets(), QWidgetList{&window});
 
-    QMainWindow window;
     window.show();
-    ask();
-    QFileDialog* panel = window.findChild<QFileDialog*>();
+    QFileDialog* panel = ask();
     ASSERT_NE(panel, nullptr);
     EXPECT_TRUE(panel->isVisible());
     EXPECT_EQ(panel->windowModality(), Qt::WindowModal);
@@ -34,13 +34,13 @@ TEST(SignatureFilePanelTest, OnlyOkCallsTheHandlerAndOnlyWithAMainWindow)
     EXPECT_TRUE(chosen.isEmpty());
     EXPECT_EQ(window.findChild<QFileDialog*>(), nullptr);
 
-    ask();
-    panel = window.findChild<QFileDialog*>();
+    panel = ask();
     ASSERT_NE(panel, nullptr);
-    panel->selectFile(home.filePath(QStringLiteral("Mine.txt")));
+    const QString mine = home.filePath(QStringLiteral("Mine.txt"));
+    panel->selectFile(mine);
     static_cast<QDialog*>(panel)->accept(); // dispatches to the file dialog's own accept
     QApplication::processEvents();
-    EXPECT_EQ(chosen, QList<QUrl>{QUrl::fromLocalFile(home.filePath(QStringLiteral("Mine.txt")))});
+    EXPECT_EQ(chosen, QList<QUrl>{QUrl::fromLocalFile(mine)});
 }
 
 } // namespace

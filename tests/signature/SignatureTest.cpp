@@ -1,0 +1,174 @@
+#include "signature/CurrentSignatureFileHelper.h"
+#include "signature/DefaultsMirror.h"
+#include "signature/FileBookmark.h"
+#include "signature/SettingsKeys.h"
+#include "signature/SharedUserDefaults.h"
+
+#include "logging/Log.h"
+
+#include "TestHome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Helper = QBCurrentSignatureFileHelper;
+
+class CurrentSignatureFileHelperTest : public ::testing::Test
+{
+protected:
+    // The suite opens once per process: open it in the process-wide test home, before
+    // any fixture points XDG_DATA_HOME at its own folder.
+    static void SetUpTestSuite() { QBSharedUserDefaults::sharedInstance(); }
+
+    void SetUp() override
+    {
+        QDir().mkpath(QFileInfo(mSignature).absolutePath());
+        // Creates the missing file; the bookmark is relative to the quotes database.
+        Helper::createSecurityScopedBookmarkForPath(QUrl::fromLocalFile(mSignature));
+        qblog::clearLogHistory();
+    }
+    static QVariant storedBookmark()
+    {
+        return QBSharedUserDefaults::sharedInstance().objectForKey(QBPrivateDefaultsOutputFileSSB);
+    }
+    // The information lines, then the warnings, each newest first, without time stamps.
+    static std::string recentLines()
+    {
+        std::string joined;
+        for (qblog::Level level : {qblog::Level::Info, qblog::Level::Warning}) {
+            for (const std::string& line : qblog::recentLogLines(20, level)) {
+                const std::string message = line.substr(line.find(']') + 1);
+                joined += message.substr(message.find_first_not_of(": ")) + "\n";
+            }
+        }
+        qblog::clearLogHistory();
+        return joined;
+    }
+    QString path(const char* relative) const { return mHome.filePath(QString::fromUtf8(relative)); }
+
+    QBTestHome mHome;
+    const QString mSignature = path("Mail/sig.txt");
+};
+
+const std::string kWriteFailure =
+    "Helper app detected bookmark failure but not deleting (main app responsibility)\n"
+    "Failed to access security scoped bookmark or write file: ";
+
+TEST_F(CurrentSignatureFileHelperTest, WritesExactlyTheTextAsUtf8InPlace)
+{
+    for (const QString& content :
+         {QStringLiteral("A longer first text that the next must replace."),
+          QStringLiteral("Trailing blank lines stay\n\n\n"),
+          QStringLiteral("  Größe — ☃ 100% %s  "), QString()}) {
+        EXPECT_TRUE(Helper::writeToCurrentSignatureFileContent(content));
+        EXPECT_EQ(readFileBytes(mSignature), content.toUtf8()) << content.toStdString();
+    }
+    EXPECT_EQ(QFileInfo(mSignature).size(), 0);
+    EXPECT_EQ(recentLines(), "");
+}
+
+TEST_F(CurrentSignatureFileHelperTest, FailuresWriteNothingAndKeepTheBookmark)
+{
+    const QVariant bookmark = storedBookmark();
+    ASSERT_TRUE(QDir().mkpath(path("folder.txt")));
+    for (const char* target : {"no/sig.txt", "folder.txt"}) {
+        Helper::createSecurityScopedBookmarkForPath(QUrl::fromLocalFile(path(target)));
+    }
+    EXPECT_EQ(recentLines(), "Failed to create a security scoped bookmark: '" +
+                                 mHome.stdPath(QStringLiteral("folder.txt")) +
+                                 "' is not a regular file\n"
+                                 "Failed to create a security scoped bookmark: The folder '" +
+                                 mHome.stdPath(QStringLiteral("no")) + "' does not exist\n");
+    EXPECT_FALSE(QFile::exists(path("no")));
+
+    // Saved through a rename, as editors do: another file at the same path.
+    ASSERT_TRUE(writeFileBytes(path("Mail/new.txt"), "someone else's"));
+    ASSERT_TRUE(QFile::remove(mSignature) && QFile::rename(path("Mail/new.txt"), mSignature));
+    EXPECT_FALSE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("quote")));
+    EXPECT_EQ(recentLines(),
+              "Helper app detected stale bookmark but not deleting (main app responsibility)\n"
+              "Failed to resolve bookmark: Data is stale\n");
+    EXPECT_EQ(readFileBytes(mSignature), QByteArray("someone else's"));
+
+    ASSERT_TRUE(QFile::remove(mSignature));
+    EXPECT_FALSE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("quote")));
+    EXPECT_EQ(recentLines(), kWriteFailure + "The bookmarked file '" + mSignature.toStdString() +
+                                 "' does not exist\n");
+    EXPECT_FALSE(QFile::exists(mSignature));
+    EXPECT_EQ(storedBookmark(), bookmark);
+
+    const std::string unreadable = "Failed to read security scoped bookmark\n";
+    const std::string undecodable = kWriteFailure + "The bookmark data cannot be decoded\n";
+    const std::pair<QVariant, std::string> cases[] = {{QVariant(), unreadable},
+                                                      {QStringLiteral("text"), unreadable},
+                                                      {QByteArray("[1]"), undecodable},
+                                                      {QByteArray("{\"version\":2}"), undecodable}};
+    for (const auto& [stored, lines] : cases) {
+        QBSharedUserDefaults::sharedInstance().setObject(stored, QBPrivateDefaultsOutputFileSSB);
+        EXPECT_FALSE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("quote")));
+        EXPECT_EQ(recentLines(), lines) << lines;
+        EXPECT_EQ(storedBookmark(), stored) << lines;
+    }
+    EXPECT_FALSE(QFile::exists(mSignature));
+}
+
+TEST_F(CurrentSignatureFileHelperTest, BookmarkFollowsAMovedTreeAndFallsBackToTheAbsolutePath)
+{
+    ASSERT_TRUE(QDir().mkpath(path("root/mail")));
+    const QByteArray data =
+        QBFileBookmark::create(path("root/mail/sig.txt"), path("root/container/quotes.db")).data;
+    // The whole tree moved: only the relative path still leads to the file.
+    ASSERT_TRUE(QDir().rename(path("root"), path("moved")));
+    const QBFileBookmark::Resolution moved =
+        QBFileBookmark::resolve(data, path("moved/container/quotes.db"));
+    EXPECT_EQ(moved.path, path("moved/mail/sig.txt"));
+    EXPECT_FALSE(moved.isStale);
+    ASSERT_TRUE(QDir().rename(path("moved"), path("root")));
+    EXPECT_EQ(QBFileBookmark::resolve(data, path("x/y/quotes.db")).path, path("root/mail/sig.txt"));
+}
+
+TEST(SharedUserDefaultsTest, MirroringIsOneWaySparesTheBookmarkAndAnotherProcessReadsIt)
+{
+    QBTestHome home;
+    QBUserDefaults standard(home.filePath(QStringLiteral("config/Quillbox2.conf")));
+    QBSharedUserDefaults shared(QBSharedUserDefaults::suitePath());
+    QBDefaultsMirror mirror(standard, shared);
+    shared.setObject(QByteArray("\x01\x02"), QBPrivateDefaultsOutputFileSSB);
+    standard.registerDefaults(registeredDefaultSettings());
+    standard.setObject(QStringLiteral("/tmp/Sig näme.txt"), QBDefaultsSignatureOutputPath);
+    standard.setObject(QStringLiteral("Mono"), QBDefaultsEditorFontName);
+    standard.setObject(true, QBDefaultsWarnForDuplicates);
+    standard.setObject(false, QBDefaultsAutoRandomize);
+    standard.setObject(QStringLiteral("no prefix"), QStringLiteral("OtherKey"));
+    standard.setObject(QByteArray("other"), QBPrivateDefaultsOutputFileSSB);
+    int suiteWrites = 0;
+    QObject::connect(&shared.suiteUserDefaults(), &QBUserDefaults::didChange, [&] {
+        ++suiteWrites;
+        mirror.mirrorToSharedDefaults(); // as an observer of every change would: a no-op
+    });
+    mirror.mirrorToSharedDefaults();
+    EXPECT_EQ(suiteWrites, 5); // the QBDefaults keys, the registered one included
+    EXPECT_FALSE(shared.objectForKey(QStringLiteral("OtherKey")).isValid());
+    standard.removeObjectForKey(QBDefaultsEditorFontName); // the suite follows, not the reverse
+    mirror.mirrorToSharedDefaults();
+
+    QProcess reader; // inherits this test's HOME and XDG_*
+    reader.start(QStringLiteral(QB_SETTINGS_READER_PATH), {});
+    ASSERT_TRUE(reader.waitForFinished(30000));
+    ASSERT_EQ(reader.exitCode(), 0) << reader.readAllStandardError().toStdString();
+    EXPECT_EQ(QString::fromUtf8(reader.readAllStandardOutput()),
+              QStringLiteral("QBDefaultsRandomizeInterval=120\n" // the registered value
+                             "QBDefaultsSignatureOutputPath=/tmp/Sig näme.txt\n"
+                             "QBDefaultsEditorFontName=<absent>\n"
+                             "QBDefaultsClearTrailingEmptyLines=<absent>\n"
+                             "QBDefaultsWarnForDuplicates=true\n"
+                             "QBDefaultsAutoRandomize=false\n"
+                             "QBPrivateDefaultsOutputFileSSB=0102\n"));
+}
+
+} // namespace
