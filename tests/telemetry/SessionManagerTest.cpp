@@ -1,20 +1,11 @@
 #include "TelemetryTestSupport.h"
-#include "TestHome.h"
 
 #include "telemetry/DurationSignalTracker.h"
 #include "telemetry/SessionManager.h"
 #include "util/UserDefaults.h"
 
-#include <QTimeZone>
-
-#include <gtest/gtest.h>
-
 namespace {
-struct SentSignal
-{
-    QString name;
-    TelemetryParameters parameters;
-};
+using Sent = std::vector<std::pair<QString, TelemetryParameters>>;
 
 class SessionManagerTest : public ::testing::Test
 {
@@ -23,69 +14,49 @@ protected:
     {
         return std::make_unique<SessionManager>(
             suite, clock, [this](const QString& name, const TelemetryParameters& parameters) {
-                sent.push_back({name, parameters});
+                sent.emplace_back(name, parameters);
             });
     }
 
-    QStringList sentNames() const
+    // What a fresh reader of the suite file sees under |key|.
+    QVariant stored(const QString& key) const
     {
-        QStringList names;
-        for (const SentSignal& signal : sent) {
-            names.append(signal.name);
-        }
-        return names;
-    }
-
-    QList<StoredSession> storedSessions()
-    {
-        return SessionHistory::decodeSessions(QBUserDefaults(suite->filePath())
-                                                  .objectForKey(QStringLiteral("recentSessions"))
-                                                  .toByteArray());
+        return QBUserDefaults(suite->filePath()).objectForKey(key);
     }
 
     QBTestHome home;
-    std::shared_ptr<QBUserDefaults> suite = std::make_shared<QBUserDefaults>(
-        home.filePath(QStringLiteral("config/com.tallyhub.test.conf")));
+    std::shared_ptr<QBUserDefaults> suite =
+        std::make_shared<QBUserDefaults>(home.filePath(u"config/com.tallyhub.test.conf"_s));
     // Midday local time, so whole days later stay on the same local date.
     std::shared_ptr<ManualClock> clock =
         std::make_shared<ManualClock>(QDateTime(QDate(2026, 5, 6), QTime(12, 0)).toUTC());
-    std::vector<SentSignal> sent;
-    const QString today = QStringLiteral("2026-05-06");
+    Sent sent;
+    const QString today = u"2026-05-06"_s;
 };
 } // namespace
 
-TEST_F(SessionManagerTest, ASessionIsStoredOnlyOnceItHasLastedOneSecond)
+TEST_F(SessionManagerTest, ASessionIsStoredOnceItHasLastedOneSecondAndBackgroundTimeIsNotCounted)
 {
     auto sessions = makeSessionManager();
     sessions->startNewSession();
-    EXPECT_TRUE(sessions->isTicking());
-    clock->advanceMilliseconds(900);
+    const QDateTime start = clock->now();
+    clock->advance(0.9);
     sessions->updateSessionDuration();
     EXPECT_TRUE(sessions->history().recentSessions.isEmpty());
 
-    clock->advanceMilliseconds(1300);
+    clock->advance(1.3);
     sessions->updateSessionDuration();
     sessions->waitForPersistence();
-    const QList<StoredSession> expected{{clock->now().addMSecs(-2200), 2}};
-    EXPECT_EQ(sessions->history().recentSessions, expected);
-    EXPECT_EQ(storedSessions(), expected);
-}
+    EXPECT_EQ(sessions->history().recentSessions, (QList<StoredSession>{{start, 2}}));
+    EXPECT_EQ(SessionHistory::decodeSessions(stored(u"recentSessions"_s).toByteArray()),
+              (QList<StoredSession>{{start, 2}}));
 
-TEST_F(SessionManagerTest, TimeInTheBackgroundIsNotCounted)
-{
-    auto sessions = makeSessionManager();
-    sessions->startNewSession();
-    clock->advance(10);
-    sessions->updateSessionDuration();
     sessions->applicationDidEnterBackground();
-    EXPECT_FALSE(sessions->isTicking());
     clock->advance(100);
     sessions->applicationWillEnterForeground();
-    EXPECT_TRUE(sessions->isTicking());
     clock->advance(5);
     sessions->updateSessionDuration();
-    ASSERT_EQ(sessions->history().recentSessions.size(), 1);
-    EXPECT_EQ(sessions->history().recentSessions.first().durationInSeconds, 15);
+    EXPECT_EQ(sessions->history().recentSessions, (QList<StoredSession>{{start, 7}}));
 }
 
 TEST_F(SessionManagerTest, SessionsOlderThanNinetyDaysAreDroppedAndCounted)
@@ -93,43 +64,22 @@ TEST_F(SessionManagerTest, SessionsOlderThanNinetyDaysAreDroppedAndCounted)
     const QDateTime now = clock->now();
     suite->setObject(
         SessionHistory::encodeSessions({{now.addDays(-91), 30}, {now.addDays(-89), 40}}),
-        QStringLiteral("recentSessions"));
-    suite->setInteger(2, QStringLiteral("deletedSessionsCount"));
+        u"recentSessions"_s);
+    suite->setInteger(2, u"deletedSessionsCount"_s);
 
     auto sessions = makeSessionManager();
     sessions->waitForPersistence();
     const QList<StoredSession> kept{{now.addDays(-89), 40}};
     EXPECT_EQ(sessions->history().recentSessions, kept);
     EXPECT_EQ(sessions->history().deletedSessionsCount, 3);
-    EXPECT_EQ(storedSessions(), kept);
-    EXPECT_EQ(
-        QBUserDefaults(suite->filePath()).integerForKey(QStringLiteral("deletedSessionsCount")), 3);
+    EXPECT_EQ(SessionHistory::decodeSessions(stored(u"recentSessions"_s).toByteArray()), kept);
+    EXPECT_EQ(stored(u"deletedSessionsCount"_s).toInt(), 3);
 }
 
-TEST_F(SessionManagerTest, AFirstLaunchSendsTheNewInstallSignalOnce)
+TEST_F(SessionManagerTest, AFirstLaunchSendsTheNewInstallSignalOnceAndSessionsCountDistinctDays)
 {
-    {
-        auto sessions = makeSessionManager();
-        sessions->startNewSession();
-        clock->advance(5);
-        sessions->updateSessionDuration();
-    }
-    ASSERT_EQ(sentNames(), QStringList{QStringLiteral("Tallyhub.Acquisition.newInstallDetected")});
-    EXPECT_EQ(
-        sent.front().parameters,
-        (TelemetryParameters{{QStringLiteral("Tallyhub.Acquisition.firstSessionDate"), today}}));
-    EXPECT_EQ(QBUserDefaults(suite->filePath()).stringForKey(QStringLiteral("firstSessionDate")),
-              today);
-
-    clock->advance(3600);
-    auto nextLaunch = makeSessionManager();
-    nextLaunch->startNewSession();
-    EXPECT_EQ(sent.size(), 1u);
-    EXPECT_EQ(nextLaunch->history().firstSessionDate, today);
-}
-
-TEST_F(SessionManagerTest, TwoSessionsOnOneDayCountOneDay)
-{
+    const Sent newInstall{{u"Tallyhub.Acquisition.newInstallDetected"_s,
+                           {{u"Tallyhub.Acquisition.firstSessionDate"_s, today}}}};
     {
         auto sessions = makeSessionManager();
         for (int session = 0; session < 2; ++session) {
@@ -137,18 +87,21 @@ TEST_F(SessionManagerTest, TwoSessionsOnOneDayCountOneDay)
             clock->advance(5);
             sessions->updateSessionDuration();
         }
+        EXPECT_EQ(sent, newInstall);
         EXPECT_EQ(sessions->history().distinctDaysUsed, QStringList{today});
         EXPECT_EQ(sessions->history().recentSessions.size(), 2);
     }
+    EXPECT_EQ(stored(u"firstSessionDate"_s).toString(), today);
+
     clock->advance(24 * 3600);
     auto nextDay = makeSessionManager();
+    nextDay->startNewSession();
     nextDay->waitForPersistence();
-    EXPECT_EQ(nextDay->history().distinctDaysUsed,
-              (QStringList{today, QStringLiteral("2026-05-07")}));
-    EXPECT_EQ(QBUserDefaults(suite->filePath())
-                  .objectForKey(QStringLiteral("distinctDaysUsed"))
-                  .toStringList(),
-              (QStringList{today, QStringLiteral("2026-05-07")}));
+    EXPECT_EQ(sent, newInstall);
+    EXPECT_EQ(nextDay->history().firstSessionDate, today);
+    const QStringList days{today, u"2026-05-07"_s};
+    EXPECT_EQ(nextDay->history().distinctDaysUsed, days);
+    EXPECT_EQ(stored(u"distinctDaysUsed"_s).toStringList(), days);
 }
 
 TEST(SessionHistoryTest, RetentionFiguresFollowTheChosenFormulas)
@@ -157,17 +110,15 @@ TEST(SessionHistoryTest, RetentionFiguresFollowTheChosenFormulas)
     SessionHistory history;
     history.recentSessions = {{now.addDays(-3), 10}, {now.addDays(-1), 21}, {now, 60}};
     history.deletedSessionsCount = 2;
-    history.firstSessionDate = QStringLiteral("2026-01-02");
-    history.distinctDaysUsed = {QStringLiteral("2026-03-01"), QStringLiteral("2026-04-06"),
-                                QStringLiteral("2026-04-07"), QStringLiteral("2026-05-06")};
-
+    history.firstSessionDate = u"2026-01-02"_s;
+    history.distinctDaysUsed = {u"2026-03-01"_s, u"2026-04-06"_s, u"2026-04-07"_s, u"2026-05-06"_s};
     const TelemetryParameters expected{
-        {QStringLiteral("Tallyhub.Retention.totalSessionsCount"), QStringLiteral("5")},
-        {QStringLiteral("Tallyhub.Retention.averageSessionSeconds"), QStringLiteral("30")},
-        {QStringLiteral("Tallyhub.Retention.previousSessionSeconds"), QStringLiteral("21")},
-        {QStringLiteral("Tallyhub.Retention.distinctDaysUsed"), QStringLiteral("4")},
-        {QStringLiteral("Tallyhub.Retention.distinctDaysUsedLastMonth"), QStringLiteral("2")},
-        {QStringLiteral("Tallyhub.Acquisition.firstSessionDate"), QStringLiteral("2026-01-02")},
+        {u"Tallyhub.Retention.totalSessionsCount"_s, u"5"_s},
+        {u"Tallyhub.Retention.averageSessionSeconds"_s, u"30"_s},
+        {u"Tallyhub.Retention.previousSessionSeconds"_s, u"21"_s},
+        {u"Tallyhub.Retention.distinctDaysUsed"_s, u"4"_s},
+        {u"Tallyhub.Retention.distinctDaysUsedLastMonth"_s, u"2"_s},
+        {u"Tallyhub.Acquisition.firstSessionDate"_s, u"2026-01-02"_s},
     };
     EXPECT_EQ(history.retentionParameters(now, now), expected);
 }
@@ -175,28 +126,24 @@ TEST(SessionHistoryTest, RetentionFiguresFollowTheChosenFormulas)
 TEST(DurationSignalTrackerTest, SendsTheElapsedForegroundTimeWithTheMergedParameters)
 {
     auto clock = std::make_shared<ManualClock>(QDateTime::currentDateTimeUtc());
-    std::vector<SentSignal> sent;
-    DurationSignalTracker tracker(clock,
-                                  [&sent](const QString& name, const TelemetryParameters& p) {
-                                      sent.push_back({name, p});
-                                  });
-    const QString durationKey = QStringLiteral("Tallyhub.Signal.durationInSeconds");
-
-    tracker.startTracking(QStringLiteral("Export"), {{QStringLiteral("a"), QStringLiteral("1")}});
-    tracker.startTracking(QStringLiteral("Upload"), {}, true);
-    clock->advanceMilliseconds(5250);
+    Sent sent;
+    DurationSignalTracker tracker(
+        clock,
+        [&sent](const QString& name, const TelemetryParameters& p) { sent.emplace_back(name, p); });
+    const QString durationKey = u"Tallyhub.Signal.durationInSeconds"_s;
+    tracker.startTracking(u"Export"_s, {{u"a"_s, u"1"_s}});
+    tracker.startTracking(u"Upload"_s, {}, true);
+    clock->advance(5.25);
     tracker.applicationDidEnterBackground();
     clock->advance(100);
     tracker.applicationWillEnterForeground();
     clock->advance(2);
-    tracker.stopTracking(QStringLiteral("Export"), {{QStringLiteral("b"), QStringLiteral("2")}});
-    tracker.stopTracking(QStringLiteral("Upload"));
-    tracker.stopTracking(QStringLiteral("Never started"));
+    tracker.stopTracking(u"Export"_s, {{u"b"_s, u"2"_s}});
+    tracker.stopTracking(u"Upload"_s);
+    tracker.stopTracking(u"Never started"_s);
 
-    ASSERT_EQ(sent.size(), 2u);
-    EXPECT_EQ(sent[0].name, QStringLiteral("Export"));
-    EXPECT_EQ(sent[0].parameters, (TelemetryParameters{{QStringLiteral("a"), QStringLiteral("1")},
-                                                       {QStringLiteral("b"), QStringLiteral("2")},
-                                                       {durationKey, QStringLiteral("7.250")}}));
-    EXPECT_EQ(sent[1].parameters.value(durationKey), QStringLiteral("107.250"));
+    const Sent expected{
+        {u"Export"_s, {{u"a"_s, u"1"_s}, {u"b"_s, u"2"_s}, {durationKey, u"7.250"_s}}},
+        {u"Upload"_s, {{durationKey, u"107.250"_s}}}};
+    EXPECT_EQ(sent, expected);
 }

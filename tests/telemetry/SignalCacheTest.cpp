@@ -1,59 +1,47 @@
 #include "TelemetryTestSupport.h"
-#include "TestHome.h"
 
 #include "telemetry/SignalCache.h"
 
-#include <QFile>
 #include <QFileInfo>
 
-#include <gtest/gtest.h>
-
-namespace {
 using Cache = SignalCache<SignalPostBody>;
 
-class SignalCacheTest : public ::testing::Test
+TEST(SignalCacheTest, DropsTheOldestRecordsBeyondTenThousand)
 {
-protected:
-    QBTestHome home;
     LogRecorder log;
-    const QString cachePath =
-        home.filePath(QStringLiteral("cache/org.example/telemetrysignalcache"));
-};
-} // namespace
-
-TEST_F(SignalCacheTest, DropsTheOldestRecordsBeyondTenThousand)
-{
     Cache cache(QString{}, log.handler());
     cache.push(makeRecords(0, 9999));
     cache.push(makeRecords(9999, 3));
     EXPECT_EQ(cache.count(), 10000);
-    EXPECT_EQ(cache.pop().first().type, QStringLiteral("Test.2"));
-    EXPECT_TRUE(log.contains(LogHandler::LogLevel::debug,
-                             QStringLiteral("Signal cache is full: dropped the 2 oldest signals")));
+    EXPECT_EQ(cache.pop().first().type, u"Test.2"_s);
+    EXPECT_TRUE(log.messages(LogHandler::LogLevel::debug)
+                    .contains(u"Signal cache is full: dropped the 2 oldest signals"_s));
 }
 
-TEST_F(SignalCacheTest, DamagedOrMissingFileLeavesAnEmptyCache)
+TEST(SignalCacheTest, RecordsDecodeAsEncodedAndADamagedFileIsDeleted)
 {
-    const QByteArray contents[] = {"", "garbage", "[{\"type\":1}]", "{}"};
-    for (const QByteArray& bytes : contents) {
-        ASSERT_TRUE(writeFileBytes(cachePath, bytes));
-        Cache cache(cachePath, log.handler());
-        EXPECT_EQ(cache.count(), 0) << bytes.constData();
-        EXPECT_FALSE(QFileInfo::exists(cachePath)) << bytes.constData();
+    QBTestHome home;
+    const QString path = home.filePath(u"cache/org.example/telemetrysignalcache"_s);
+    QList<SignalPostBody> records = makeRecords(0, 3);
+    records[1].floatValue = -0.25;
+    // 23:30:09 at UTC-05:00 is 04:30:09 UTC on the next day.
+    records[2].receivedAt = QDateTime(QDate(2026, 1, 31), QTime(23, 30, 9), QTimeZone(-5 * 3600));
+    EXPECT_EQ(records[2].toJson().value("receivedAt"_L1).toString(), u"2026-02-01T04:30:09+0000"_s);
+    EXPECT_EQ(SignalPostBody::decodeList(SignalPostBody::encodeList(records)), records);
+
+    const QByteArray damaged[] = {
+        "",
+        "not json",
+        "{}",
+        "[42]",
+        "[{\"type\":\"Test\"}]",
+        R"([{"receivedAt":"2026-01-01T00:00:00+0000","appID":"a","clientUser":"u","sessionID":"s",
+            "type":"t","payload":{"n":1},"isTestMode":"false"}])",
+        R"([{"receivedAt":"yesterday","appID":"a","clientUser":"u","sessionID":"s",
+            "type":"t","payload":{},"isTestMode":"false"}])"};
+    for (const QByteArray& bytes : damaged) {
+        ASSERT_TRUE(writeFileBytes(path, bytes));
+        EXPECT_EQ(Cache(path).count(), 0) << bytes.constData();
+        EXPECT_FALSE(QFileInfo::exists(path)) << bytes.constData();
     }
-    Cache missing(cachePath);
-    EXPECT_EQ(missing.count(), 0);
-}
-
-TEST_F(SignalCacheTest, FailedSaveLogsAnErrorAndLeavesNoPartialFile)
-{
-    // A file where the folder should be makes the folder impossible to create.
-    const QString blocker = home.filePath(QStringLiteral("blocked"));
-    ASSERT_TRUE(writeFileBytes(blocker, "x"));
-    Cache cache(blocker + QStringLiteral("/telemetrysignalcache"), log.handler());
-    cache.push(makeRecord(1));
-    cache.saveToFile();
-    EXPECT_TRUE(
-        log.contains(LogHandler::LogLevel::error, QStringLiteral("Error saving Telemetry cache")));
-    EXPECT_EQ(readFileBytes(blocker), QByteArray("x"));
 }

@@ -1,163 +1,94 @@
 #include "TelemetryTestSupport.h"
-#include "TestHome.h"
 
-#include "telemetry/ReservedNames.h"
-#include "telemetry/SessionManager.h"
 #include "telemetry/SignalManager.h"
 #include "telemetry/TelemetryHashing.h"
-#include "telemetry/TelemetryManager.h"
 #include "util/UserDefaults.h"
 
 #include <QRegularExpression>
 #include <QSemaphore>
 #include <QTest>
 #include <QThread>
-#include <QTimeZone>
-
-#include <gtest/gtest.h>
 
 namespace {
 using Level = LogHandler::LogLevel;
-const QString kAppID = QStringLiteral("11111111-2222-3333-4444-555555555555");
-
-class TelemetryManagerTest : public ::testing::Test
-{
-protected:
-    TelemetryManagerTest()
-    {
-        qunsetenv("XCODE_RUNNING_FOR_PREVIEWS");
-        configuration.logHandler = log.handler();
-        // Tests that are not about sessions keep the client's own signals out of the way.
-        configuration.sessionStatsEnabled = false;
-        configuration.sendNewSessionBeganSignal = false;
-    }
-    ~TelemetryManagerTest() override { qunsetenv("XCODE_RUNNING_FOR_PREVIEWS"); }
-
-    std::unique_ptr<TelemetryManager> makeManager()
-    {
-        TelemetryEnvironment environment;
-        environment.clock = clock;
-        environment.sendInterval = std::chrono::hours(1);
-        return std::make_unique<TelemetryManager>(configuration, environment);
-    }
-
-    QList<QJsonObject> sentRecords(TelemetryManager& manager)
-    {
-        return drainToServer(*manager.signalManager(), server);
-    }
-
-    QBTestHome home;
-    LogRecorder log;
-    LocalHttpServer server;
-    std::shared_ptr<ManualClock> clock =
-        std::make_shared<ManualClock>(QDateTime(QDate(2026, 5, 6), QTime(12, 0), QTimeZone::utc()));
-    TelemetryManagerConfiguration configuration{kAppID, std::nullopt, server.baseURL()};
-};
-
-// Holds the record-building thread inside an enricher until the test lets it go.
-class BlockingEnricher : public SignalEnricher
-{
-public:
-    TelemetryParameters enrich(const QString&, const QString&, std::optional<double>) override
-    {
-        thread = QThread::currentThread();
-        entered.release();
-        mayLeave.tryAcquire(1, 5000);
-        return {};
-    }
-    QSemaphore entered;
-    QSemaphore mayLeave;
-    QThread* thread = nullptr;
-};
+using TelemetryManagerTest = TelemetryTest;
 
 class FixedEnricher : public SignalEnricher
 {
 public:
     TelemetryParameters enrich(const QString& type, const QString&, std::optional<double>) override
     {
-        return {{QStringLiteral("p.shared"), QStringLiteral("enricher")},
-                {QStringLiteral("fromEnricher"), type}};
+        return {{u"p.shared"_s, u"enricher"_s}, {u"fromEnricher"_s, type}};
     }
 };
 } // namespace
 
-TEST_F(TelemetryManagerTest, PreviewRulesDropOrPassSignals)
+TEST_F(TelemetryManagerTest, PreviewRulesAndAnalyticsDisabledDropOrPassSignals)
 {
-    struct Case
-    {
-        std::optional<bool> previewMode;
-        const char* environmentValue; // null: variable unset
-        bool sent;
-    };
-    const Case cases[] = {
-        {std::nullopt, nullptr, true}, {std::nullopt, "1", false},
-        {std::nullopt, "0", true},     {false, "1", true},
-        {true, nullptr, false},
-    };
-    for (const Case& c : cases) {
-        if (c.environmentValue) {
-            qputenv("XCODE_RUNNING_FOR_PREVIEWS", c.environmentValue);
+    // Preview mode setting, preview variable (null: unset), disabled after start, sent.
+    const std::tuple<std::optional<bool>, const char*, bool, bool> cases[] = {
+        {std::nullopt, nullptr, false, true}, {std::nullopt, "1", false, false},
+        {std::nullopt, "0", false, true},     {false, "1", false, true},
+        {true, nullptr, false, false},        {std::nullopt, nullptr, true, false}};
+    for (const auto& [previewMode, variable, disabled, sent] : cases) {
+        if (variable) {
+            qputenv("XCODE_RUNNING_FOR_PREVIEWS", variable);
         } else {
             qunsetenv("XCODE_RUNNING_FOR_PREVIEWS");
         }
-        configuration._swiftUIPreviewMode = c.previewMode;
+        configuration._swiftUIPreviewMode = previewMode;
         auto manager = makeManager();
+        manager->updateConfiguration(
+            [&](TelemetryManagerConfiguration& changed) { changed.analyticsDisabled = disabled; });
         const qsizetype before = server.requests().size();
-        manager->sendSignal(QStringLiteral("Quote.Added"));
+        manager->sendSignal(u"Quote.Added"_s);
         sentRecords(*manager);
-        EXPECT_EQ(server.requests().size() - before, c.sent ? 1 : 0)
-            << "preview " << (c.previewMode ? int(*c.previewMode) : -1) << " env "
-            << (c.environmentValue ? c.environmentValue : "unset");
+        EXPECT_EQ(server.requests().size() - before, sent ? 1 : 0)
+            << previewMode.value_or(-1) << (variable ? variable : "unset") << disabled;
     }
 }
 
-TEST_F(TelemetryManagerTest, ReservedNamesAreWarnedAboutAndStillSent)
+TEST_F(TelemetryManagerTest, ReservedNamesAreWarnedAboutWhateverTheirCaseAndStillSent)
 {
     configuration.sendNewSessionBeganSignal = true; // the client's own signal is never warned about
-    EXPECT_EQ(qbreservednames::reservedNames().size(), 25);
     auto manager = makeManager();
-    manager->sendSignal(QStringLiteral("TallyHub.Custom"),
-                        {{QStringLiteral("Platform"), QStringLiteral("x")},
-                         {QStringLiteral("fine"), QStringLiteral("y")}});
-    EXPECT_EQ(typesOf(sentRecords(*manager)),
-              (textList({"Tallyhub.Session.started", "TallyHub.Custom"})));
-    EXPECT_EQ(
-        log.messages(Level::error),
-        (QStringList{QStringLiteral("Sending signal with reserved prefix 'Tallyhub.' will cause "
-                                    "unexpected behavior. Please use another prefix instead."),
-                     QStringLiteral("Sending parameter with reserved key 'Platform' will cause "
-                                    "unexpected behavior. Please use another key instead.")}));
+    manager->sendSignal(u"TallyHub.Custom"_s, {{u"Platform"_s, u"x"_s}, {u"fine"_s, u"y"_s}});
+    EXPECT_EQ(valuesOf(sentRecords(*manager)),
+              (QStringList{u"Tallyhub.Session.started"_s, u"TallyHub.Custom"_s}));
+    EXPECT_EQ(log.messages(Level::error),
+              (QStringList{u"Sending signal with reserved prefix 'Tallyhub.' will cause "
+                           "unexpected behavior. Please use another prefix instead."_s,
+                           u"Sending parameter with reserved key 'Platform' will cause "
+                           "unexpected behavior. Please use another key instead."_s}));
 
     log.clear();
     manager->updateConfiguration([](TelemetryManagerConfiguration& configuration) {
         configuration.reservedParameterWarningsEnabled = false;
     });
-    manager->sendSignal(QStringLiteral("type"), {{QStringLiteral("locale"), QStringLiteral("x")}});
-    EXPECT_EQ(typesOf(sentRecords(*manager)).last(), QStringLiteral("type"));
+    manager->sendSignal(u"type"_s, {{u"locale"_s, u"x"_s}});
+    EXPECT_EQ(valuesOf(sentRecords(*manager)).last(), u"type"_s);
     EXPECT_TRUE(log.messages(Level::error).isEmpty());
 }
 
-TEST_F(TelemetryManagerTest, PrefixesAndTheFourParameterSourcesMergeInOrder)
+TEST_F(TelemetryManagerTest, PrefixesAndTheParameterSourcesMergeInOrder)
 {
-    configuration.defaultSignalPrefix = QStringLiteral("App.");
-    configuration.defaultParameterPrefix = QStringLiteral("p.");
+    configuration.defaultSignalPrefix = u"App."_s;
+    configuration.defaultParameterPrefix = u"p."_s;
     configuration._testMode = true;
     configuration.defaultParameters = [] {
-        return TelemetryParameters{
-            {QStringLiteral("p.shared"), QStringLiteral("defaults")},
-            {QStringLiteral("fromDefaults"), QStringLiteral("1")},
-            {QStringLiteral("Tallyhub.Device.platform"), QStringLiteral("custom")}};
+        return TelemetryParameters{{u"p.shared"_s, u"defaults"_s},
+                                   {u"fromDefaults"_s, u"1"_s},
+                                   {u"Tallyhub.Device.platform"_s, u"custom"_s}};
     };
     configuration.metadataEnrichers.push_back(std::make_shared<FixedEnricher>());
     auto manager = makeManager();
-    manager->sendSignal(QStringLiteral("Thing"),
-                        {{QStringLiteral("shared"), QStringLiteral("request")},
-                         {QStringLiteral("Tallyhub.Keep"), QStringLiteral("k")}});
+    manager->setDisplayEnvironment({1080, 1920, 2.0, u"Dark"_s, true, false});
+    manager->sendSignal(u"Thing"_s, {{u"shared"_s, u"request"_s}, {u"Tallyhub.Keep"_s, u"k"_s}});
     const QList<QJsonObject> records = sentRecords(*manager);
     ASSERT_EQ(records.size(), 1);
-    EXPECT_EQ(records[0].value(QStringLiteral("type")).toString(), QStringLiteral("App.Thing"));
-    EXPECT_EQ(records[0].value(QStringLiteral("isTestMode")).toString(), QStringLiteral("true"));
-    const QJsonObject payload = records[0].value(QStringLiteral("payload")).toObject();
+    EXPECT_EQ(records[0].value("type"_L1).toString(), u"App.Thing"_s);
+    EXPECT_EQ(records[0].value("isTestMode"_L1).toString(), u"true"_s);
+    const QJsonObject payload = records[0].value("payload"_L1).toObject();
     const std::pair<const char*, const char*> expected[] = {
         {"p.shared", "request"},
         {"fromDefaults", "1"},
@@ -165,76 +96,61 @@ TEST_F(TelemetryManagerTest, PrefixesAndTheFourParameterSourcesMergeInOrder)
         {"Tallyhub.Keep", "k"},
         {"Tallyhub.Device.platform", "custom"},
         {"Tallyhub.RunContext.targetEnvironment", "native"},
-    };
+        {"Tallyhub.Device.operatingSystem", "Linux"},
+        {"Tallyhub.Device.orientation", "Portrait"},
+        {"Tallyhub.Device.screenScaleFactor", "2"},
+        {"Tallyhub.UserPreference.colorScheme", "Dark"},
+        {"Tallyhub.Accessibility.isReduceMotionEnabled", "true"},
+        {"Tallyhub.Calendar.monthOfYear", "5"},
+        {"Tallyhub.Calendar.quarterOfYear", "2"}};
     for (const auto& [key, value] : expected) {
-        EXPECT_EQ(payload.value(QString::fromUtf8(key)).toString(), QString::fromUtf8(value))
+        EXPECT_EQ(payload.value(QLatin1StringView(key)).toString(), QString::fromUtf8(value))
             << key;
     }
-    EXPECT_FALSE(payload.contains(QStringLiteral("shared")));
-    EXPECT_FALSE(payload.contains(QStringLiteral("p.Tallyhub.Keep")));
-}
-
-TEST_F(TelemetryManagerTest, EveryDefaultPayloadParameterIsAttached)
-{
-    auto manager = makeManager();
-    manager->setDisplayEnvironment({1080, 1920, 2.0, QStringLiteral("Dark"), true, false});
-    manager->sendSignal(QStringLiteral("Quote.Added"));
-    const QList<QJsonObject> records = sentRecords(*manager);
-    ASSERT_EQ(records.size(), 1);
-    const QJsonObject payload = records[0].value(QStringLiteral("payload")).toObject();
+    EXPECT_FALSE(payload.contains("shared"_L1));
+    EXPECT_FALSE(payload.contains("p.Tallyhub.Keep"_L1));
     // 3 application, 12 device, 7 run-context, 3 client, 4 preference, 8 calendar and 2
-    // accessibility names; the session figures come on top.
+    // accessibility names, besides the session figures.
     const QStringList defaults =
         QStringList(payload.keys())
-            .filter(QRegularExpression(QStringLiteral("^Tallyhub\\.(?!Retention|Acquisition)")));
+            .filter(QRegularExpression(u"^Tallyhub\\.(?!Retention|Acquisition|Keep)"_s));
     EXPECT_EQ(defaults.size(), 39) << defaults.join(u' ').toStdString();
-    const std::pair<const char*, const char*> expected[] = {
-        {"Device.operatingSystem", "Linux"},
-        {"Device.orientation", "Portrait"},
-        {"Device.screenScaleFactor", "2"},
-        {"UserPreference.colorScheme", "Dark"},
-        {"Accessibility.isReduceMotionEnabled", "true"},
-        {"Calendar.monthOfYear", "5"},
-        {"Calendar.quarterOfYear", "2"}};
-    for (const auto& [name, value] : expected) {
-        EXPECT_EQ(payload.value(QStringLiteral("Tallyhub.") + QString::fromUtf8(name)).toString(),
-                  QString::fromUtf8(value))
-            << name;
-    }
+}
+
+TEST(TelemetryHashingTest, SaltIsAppendedToTheIdentifierBeforeHashing)
+{
+    const QString abcDigest = u"ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"_s;
+    EXPECT_EQ(qbtelemetryhash::sha256Hex(u"abc"_s), abcDigest);
+    EXPECT_EQ(qbtelemetryhash::sha256Hex(u"ab"_s, u"c"_s), abcDigest);
+    EXPECT_EQ(qbtelemetryhash::suiteNameForAppID(kAppID),
+              u"com.tallyhub."_s + qbtelemetryhash::sha256Hex(kAppID).right(12));
 }
 
 TEST_F(TelemetryManagerTest, UserIdentifierPrecedenceAndItsPersistedDefault)
 {
-    configuration.salt = QStringLiteral("pepper");
-    QString persisted;
-    {
-        auto manager = makeManager();
-        manager->sendSignal(QStringLiteral("A"));
-        manager->sendSignal(QStringLiteral("B"), {}, std::nullopt, QStringLiteral("custom"));
-        manager->updateConfiguration([](TelemetryManagerConfiguration& configuration) {
-            configuration.defaultUser = QStringLiteral("chosen");
-        });
-        manager->sendSignal(QStringLiteral("C"));
-        manager->sendSignal(QStringLiteral("D"), {}, std::nullopt, QStringLiteral("custom"));
-        const QList<QJsonObject> records = sentRecords(*manager);
-        ASSERT_EQ(records.size(), 4);
-        QBUserDefaults suite(TelemetryManager::suiteFilePath(kAppID));
-        persisted = suite.stringForKey(QStringLiteral("defaultUserIdentifier"));
-        ASSERT_FALSE(persisted.isEmpty());
-        const QString expected[] = {persisted, QStringLiteral("custom"), QStringLiteral("chosen"),
-                                    QStringLiteral("custom")};
-        for (int i = 0; i < 4; ++i) {
-            EXPECT_EQ(records[i].value(QStringLiteral("clientUser")).toString(),
-                      qbtelemetryhash::sha256Hex(expected[i], QStringLiteral("pepper")))
-                << i;
-        }
+    configuration.salt = u"pepper"_s;
+    auto manager = makeManager();
+    manager->sendSignal(u"A"_s);
+    manager->sendSignal(u"B"_s, {}, std::nullopt, u"custom"_s);
+    manager->updateConfiguration(
+        [](TelemetryManagerConfiguration& changed) { changed.defaultUser = u"chosen"_s; });
+    manager->sendSignal(u"C"_s);
+    manager->sendSignal(u"D"_s, {}, std::nullopt, u"custom"_s);
+    ASSERT_TRUE(TelemetryManager::suiteFilePath(kAppID).startsWith(
+        qEnvironmentVariable("XDG_CONFIG_HOME") + u"/com.tallyhub."_s));
+    const QString persisted = QBUserDefaults(TelemetryManager::suiteFilePath(kAppID))
+                                  .stringForKey(u"defaultUserIdentifier"_s);
+    ASSERT_FALSE(persisted.isEmpty());
+    QStringList expected;
+    for (const QString& user : {persisted, u"custom"_s, u"chosen"_s, u"custom"_s, persisted}) {
+        expected.append(qbtelemetryhash::sha256Hex(user, u"pepper"_s));
     }
-    EXPECT_TRUE(TelemetryManager::suiteFilePath(kAppID).startsWith(
-        qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/com.tallyhub.")));
+    EXPECT_EQ(valuesOf(sentRecords(*manager), "clientUser"), expected.mid(0, 4));
+    manager.reset();
     auto restarted = makeManager();
-    restarted->sendSignal(QStringLiteral("E"));
-    EXPECT_EQ(sentRecords(*restarted).last().value(QStringLiteral("clientUser")).toString(),
-              qbtelemetryhash::sha256Hex(persisted, QStringLiteral("pepper")));
+    restarted->sendSignal(u"E"_s);
+    EXPECT_EQ(valuesOf(sentRecords(*restarted), "clientUser"),
+              expected); // the same server saw all five
 }
 
 TEST_F(TelemetryManagerTest, ImmediateSyncRunsAtMostOncePerTenSeconds)
@@ -244,7 +160,7 @@ TEST_F(TelemetryManagerTest, ImmediateSyncRunsAtMostOncePerTenSeconds)
     const std::pair<qint64, int> steps[] = {{0, 1}, {10, 1}, {1, 2}, {5, 2}, {6, 3}};
     for (const auto& [secondsLater, expectedPosts] : steps) {
         clock->advance(secondsLater);
-        signals_.signalCache().push(makeRecord(expectedPosts));
+        signals_.signalCache().push(makeRecords(expectedPosts, 1));
         manager->requestImmediateSync();
         ASSERT_TRUE(
             QTest::qWaitFor([&signals_] { return signals_.batchesInFlight() == 0; }, 10000));
@@ -258,75 +174,32 @@ TEST_F(TelemetryManagerTest, BackgroundStayOfMoreThanThreeHundredSecondsStartsAN
     configuration.sendNewSessionBeganSignal = true;
     auto manager = makeManager();
     const QUuid firstSession = manager->configuration().sessionID;
-
-    manager->applicationDidEnterBackground();
-    clock->advance(299);
-    manager->applicationWillEnterForeground();
-    EXPECT_EQ(manager->configuration().sessionID, firstSession);
-
-    manager->applicationDidEnterBackground();
-    clock->advance(301);
-    manager->applicationWillEnterForeground();
-    EXPECT_NE(manager->configuration().sessionID, firstSession);
-    EXPECT_EQ(typesOf(sentRecords(*manager)).count(QStringLiteral("Tallyhub.Session.started")), 2);
+    for (const int seconds : {299, 301}) {
+        manager->applicationDidEnterBackground();
+        clock->advance(seconds);
+        manager->applicationWillEnterForeground();
+        EXPECT_EQ(manager->configuration().sessionID == firstSession, seconds == 299) << seconds;
+    }
+    EXPECT_EQ(valuesOf(sentRecords(*manager)).count(u"Tallyhub.Session.started"_s), 2);
 }
 
 TEST_F(TelemetryManagerTest, TheCallerNeverWaitsForRecordBuilding)
 {
-    auto enricher = std::make_shared<BlockingEnricher>();
-    configuration.metadataEnrichers.push_back(enricher);
+    QSemaphore entered, mayLeave;
+    QThread* buildThread = nullptr;
+    configuration.defaultParameters = [&] {
+        buildThread = QThread::currentThread();
+        entered.release();
+        mayLeave.tryAcquire(1, 5000); // held until the test lets it go
+        return TelemetryParameters();
+    };
     auto manager = makeManager();
-    manager->sendSignal(QStringLiteral("Quote.Added"));
+    manager->sendSignal(u"Quote.Added"_s);
     // The call has returned while the record is still being built elsewhere.
-    ASSERT_TRUE(enricher->entered.tryAcquire(1, 5000));
-    EXPECT_NE(enricher->thread, QThread::currentThread());
+    ASSERT_TRUE(entered.tryAcquire(1, 5000));
+    EXPECT_NE(buildThread, QThread::currentThread());
     EXPECT_EQ(manager->signalManager()->signalCache().count(), 0);
-    enricher->mayLeave.release();
+    mayLeave.release();
     manager->signalManager()->waitForPendingSignals();
     EXPECT_EQ(manager->signalManager()->signalCache().count(), 1);
 }
-
-namespace {
-// Stands in for a GUI application object: the same signals, by name.
-class FakeApplication : public QObject
-{
-    Q_OBJECT
-signals:
-    void applicationStateChanged(Qt::ApplicationState state);
-    void aboutToQuit();
-};
-} // namespace
-
-TEST_F(TelemetryManagerTest, ApplicationSignalsDriveBackgroundForegroundAndTermination)
-{
-    configuration.sessionStatsEnabled = true;
-    configuration.apiBaseURL = refusingURL(); // nothing leaves, so everything is saved at exit
-    auto manager = makeManager();
-    FakeApplication application;
-    manager->connectToApplication(&application);
-    const QUuid firstSession = manager->configuration().sessionID;
-
-    emit application.applicationStateChanged(Qt::ApplicationInactive);
-    emit application.applicationStateChanged(Qt::ApplicationActive); // start-up activation
-    emit application.applicationStateChanged(Qt::ApplicationInactive);
-    EXPECT_FALSE(manager->sessionManager()->isTicking());
-    clock->advance(400);
-    emit application.applicationStateChanged(Qt::ApplicationActive);
-    EXPECT_TRUE(manager->sessionManager()->isTicking());
-    EXPECT_NE(manager->configuration().sessionID, firstSession);
-
-    manager->sendSignal(QStringLiteral("Quote.Added"));
-    emit application.aboutToQuit();
-    const std::optional<QList<SignalPostBody>> saved = SignalPostBody::decodeList(
-        readFileBytes(qEnvironmentVariable("XDG_CACHE_HOME") +
-                      QStringLiteral("/org.quillbox2.Quillbox2/telemetrysignalcache")));
-    ASSERT_TRUE(saved.has_value());
-    QStringList savedTypes;
-    for (const SignalPostBody& record : *saved) {
-        savedTypes.append(record.type);
-    }
-    EXPECT_TRUE(savedTypes.contains(QStringLiteral("Quote.Added")))
-        << savedTypes.join(u' ').toStdString();
-}
-
-#include "TelemetryManagerTest.moc"

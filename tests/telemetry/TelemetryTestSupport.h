@@ -1,100 +1,137 @@
 #pragma once
 
+#include "TestHome.h"
+
 #include "telemetry/LogHandler.h"
 #include "telemetry/SignalPostBody.h"
 #include "telemetry/TelemetryClock.h"
+#include "telemetry/TelemetryManager.h"
 
-#include <QByteArray>
-#include <QHash>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QList>
-#include <QMap>
 #include <QMutex>
-#include <QObject>
-#include <QStringList>
 #include <QTcpServer>
+#include <QTimeZone>
 #include <QUrl>
 
-class QTcpSocket;
-class SignalManager;
+#include <gtest/gtest.h>
+
+#include <atomic>
+
+using namespace Qt::StringLiterals;
 
 // A clock that stands still until the test moves it.
 class ManualClock : public TelemetryClock
 {
 public:
-    explicit ManualClock(QDateTime start);
-    QDateTime now() const override;
-    void advance(qint64 seconds);
-    void advanceMilliseconds(qint64 milliseconds);
+    explicit ManualClock(const QDateTime& start) : mMSecs(start.toMSecsSinceEpoch()) {}
+    QDateTime now() const override
+    {
+        return QDateTime::fromMSecsSinceEpoch(mMSecs, QTimeZone::utc());
+    }
+    void advance(double seconds) { mMSecs += qRound64(seconds * 1000); }
 
 private:
-    mutable QMutex mMutex;
-    QDateTime mNow;
+    std::atomic<qint64> mMSecs;
 };
 
 // Collects what the client logs through its LogHandler, from any thread.
 class LogRecorder
 {
 public:
-    LogHandler handler(LogHandler::LogLevel level = LogHandler::LogLevel::debug);
-    QStringList messages(LogHandler::LogLevel level) const;
-    bool contains(LogHandler::LogLevel level, const QString& message) const;
-    void clear();
+    LogHandler handler()
+    {
+        return {LogHandler::LogLevel::debug,
+                [this](LogHandler::LogLevel level, const QString& text) {
+                    QMutexLocker locker(&mMutex);
+                    mMessages[level].append(text);
+                }};
+    }
+    QStringList messages(LogHandler::LogLevel level) const
+    {
+        QMutexLocker locker(&mMutex);
+        return mMessages.value(level);
+    }
+    void clear()
+    {
+        QMutexLocker locker(&mMutex);
+        mMessages.clear();
+    }
 
 private:
     mutable QMutex mMutex;
-    QList<std::pair<LogHandler::LogLevel, QString>> mMessages;
+    QMap<LogHandler::LogLevel, QStringList> mMessages;
 };
 
 struct RecordedRequest
 {
-    QByteArray method;
-    QByteArray path;
-    QMap<QByteArray, QByteArray> headers; // names in lower case
+    QByteArray head; // request line and headers
     QByteArray body;
-
-    QJsonArray bodyArray() const;
-    // The "type" of each record in the body, in order.
-    QStringList types() const;
 };
 
 // A tiny HTTP/1.1 server on 127.0.0.1 that records every request and answers each with
 // the configured status.
-class LocalHttpServer : public QObject
+class LocalHttpServer
 {
-    Q_OBJECT
 public:
     LocalHttpServer();
-    QUrl baseURL() const;
+    QUrl baseURL() const { return u"http://127.0.0.1:%1"_s.arg(mServer.serverPort()); }
     void setStatus(int status) { mStatus = status; }
     const QList<RecordedRequest>& requests() const { return mRequests; }
 
-signals:
-    void requestReceived();
-
 private:
-    void readFrom(QTcpSocket* socket);
-
     int mStatus = 200;
-    QHash<QTcpSocket*, QByteArray> mBuffers;
     QList<RecordedRequest> mRequests;
-    // Last, so the sockets it owns go while the buffers they report to still exist.
-    QTcpServer mServer;
+    QTcpServer mServer; // last, so its sockets go before the list they report to
 };
 
 // A base address where nothing listens, so connecting is refused.
 QUrl refusingURL();
 
-// A record whose type is "Test.<number>".
-SignalPostBody makeRecord(int number);
+// Records whose types are "Test.<first>" onwards.
 QList<SignalPostBody> makeRecords(int first, int count);
 
-// Posts everything |manager| has built or cached to |server| and returns every record
-// the server has received so far, oldest first.
+// Posts everything |manager| has built or cached and returns every record |server| has
+// received so far, oldest first.
 QList<QJsonObject> drainToServer(SignalManager& manager, const LocalHttpServer& server);
-// The "type" of each record.
-QStringList typesOf(const QList<QJsonObject>& records);
 
-// A list of texts written as plain literals.
-QStringList textList(std::initializer_list<const char*> texts);
+// The |field| of each record, as text.
+QStringList valuesOf(const QList<QJsonObject>& records, const char* field = "type");
+
+inline const QString kAppID = u"11111111-2222-3333-4444-555555555555"_s;
+
+// A client on a manual clock that posts to a local server and keeps its cache at
+// |cachePath|. Its own session signals are off unless a test turns them on.
+class TelemetryTest : public ::testing::Test
+{
+protected:
+    TelemetryTest()
+    {
+        qunsetenv("XCODE_RUNNING_FOR_PREVIEWS");
+        configuration.logHandler = log.handler();
+        configuration.sessionStatsEnabled = false;
+        configuration.sendNewSessionBeganSignal = false;
+    }
+    ~TelemetryTest() override { qunsetenv("XCODE_RUNNING_FOR_PREVIEWS"); }
+
+    std::unique_ptr<TelemetryManager> makeManager()
+    {
+        TelemetryEnvironment environment;
+        environment.clock = clock;
+        environment.cacheFilePath = cachePath;
+        environment.sendInterval = std::chrono::hours(1);
+        return std::make_unique<TelemetryManager>(configuration, environment);
+    }
+    QList<QJsonObject> sentRecords(TelemetryManager& manager)
+    {
+        return drainToServer(*manager.signalManager(), server);
+    }
+
+    QBTestHome home;
+    LogRecorder log;
+    LocalHttpServer server;
+    std::shared_ptr<ManualClock> clock =
+        std::make_shared<ManualClock>(QDateTime(QDate(2026, 5, 6), QTime(12, 0), QTimeZone::utc()));
+    TelemetryManagerConfiguration configuration{kAppID, std::nullopt, server.baseURL()};
+    const QString cachePath = home.filePath(u"cache/telemetrysignalcache"_s);
+};
