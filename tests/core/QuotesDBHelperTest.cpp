@@ -1,4 +1,5 @@
 #include "core/QuotesDBHelper.h"
+#include "core/Bundle.h"
 #include "core/FolderHelper.h"
 #include "logging/Log.h"
 
@@ -6,25 +7,24 @@
 
 #include <QFileInfo>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
 
 namespace {
 
-// Paths are derived afresh from HOME and XDG_* on every call. Seeding itself is
-// checked end to end by tests/app/LaunchProcessTest.
+// Paths are derived afresh from HOME and XDG_* on every call.
 class QuotesDBHelperTest : public ::testing::Test
 {
 protected:
     void SetUp() override { qblog::clearLogHistory(); }
-    void setEnv(const char* variable, const QString& value)
-    {
-        ::setenv(variable, value.toLocal8Bit().constData(), 1);
-    }
-    std::string warnings() const
+    // Warning messages since the history was last cleared, oldest first, one a line.
+    static std::string warnings()
     {
         std::string joined;
         for (const std::string& line : qblog::recentLogLines(20, qblog::Level::Warning)) {
-            joined = line + "\n" + joined;
+            joined = line.substr(line.find("] :  ") + 5) + "\n" + joined;
         }
         return joined;
     }
@@ -32,11 +32,11 @@ protected:
     QBTestHome mHome;
 };
 
-TEST_F(QuotesDBHelperTest, FoldersFollowTheXdgVariables)
+TEST_F(QuotesDBHelperTest, FoldersFollowTheXdgVariablesAndFailuresOnlyWarn)
 {
-    const std::string db = mHome.stdPath(QStringLiteral(
-        "xdg_data_home/group.Q8B2X4K7LM.org.quillbox2/Library/Application Support/quotes.db"));
-    EXPECT_EQ(QBQuotesDBHelper::getPathToQuotesDb(), db);
+    EXPECT_EQ(QBQuotesDBHelper::getPathToQuotesDb(),
+              mHome.stdPath(QStringLiteral("xdg_data_home/group.Q8B2X4K7LM.org.quillbox2/"
+                                           "Library/Application Support/quotes.db")));
     EXPECT_EQ(QBFolderHelper::getPathToLogsFolder(),
               mHome.stdPath(QStringLiteral("xdg_state_home/Logs")));
     EXPECT_EQ(QBFolderHelper::getCreatePathToAppSupportFolder(),
@@ -44,42 +44,70 @@ TEST_F(QuotesDBHelperTest, FoldersFollowTheXdgVariables)
     EXPECT_TRUE(QFileInfo(mHome.filePath(QStringLiteral("xdg_data_home/Quillbox2"))).isDir());
 
     ::unsetenv("XDG_DATA_HOME"); // the XDG default under HOME
-    setEnv("XDG_STATE_HOME", QStringLiteral("relative/is/ignored"));
+    ::setenv("XDG_STATE_HOME", "relative/is/ignored", 1);
     EXPECT_EQ(QBQuotesDBHelper::getApplicationGroupContainer(),
               mHome.stdPath(QStringLiteral("home/.local/share/group.Q8B2X4K7LM.org.quillbox2")));
     EXPECT_EQ(QBFolderHelper::getPathToLogsFolder(),
               mHome.stdPath(QStringLiteral("home/.local/state/Logs")));
     EXPECT_EQ(warnings(), "");
 
-    ::unsetenv("HOME"); // no container, and nothing built on it
-    EXPECT_FALSE(QBQuotesDBHelper::getApplicationGroupFolder());
-    EXPECT_FALSE(QBQuotesDBHelper::getPathToQuotesDb());
-    EXPECT_FALSE(QBFolderHelper::getPathToLogsFolder());
-    EXPECT_NE(warnings().find("Failed to locate library directory for current user: neither "
-                              "$XDG_STATE_HOME nor $HOME"),
-              std::string::npos);
-}
-
-TEST_F(QuotesDBHelperTest, UncreatableFoldersOnlyWarn)
-{
-    const QString blocker = mHome.filePath(QStringLiteral("blocker"));
-    ASSERT_TRUE(writeFileBytes(blocker, "x"));
-    setEnv("XDG_DATA_HOME", blocker);
-    setEnv("XDG_STATE_HOME", blocker + QStringLiteral("/state"));
+    const std::string blocker = mHome.stdPath(QStringLiteral("blocker"));
+    ASSERT_TRUE(writeFileBytes(QString::fromStdString(blocker), "x"));
+    ::setenv("XDG_DATA_HOME", blocker.c_str(), 1);
+    ::setenv("XDG_STATE_HOME", (blocker + "/state").c_str(), 1);
     QBQuotesDBHelper::createApplicationGroupAppSupportFolder();
     EXPECT_FALSE(QBFolderHelper::getCreatePathToAppSupportFolder());
     EXPECT_FALSE(QBFolderHelper::getPathToLogsFolder());
-    const std::string lines = warnings();
-    EXPECT_NE(lines.find("Failed to create folder for application group: Cannot create folder '" +
-                         blocker.toStdString() +
-                         "/group.Q8B2X4K7LM.org.quillbox2/Library/"
-                         "Application Support': Not a directory"),
-              std::string::npos)
-        << lines;
-    EXPECT_NE(lines.find("Failed to locate or create app support directory: Cannot create"),
-              std::string::npos);
-    EXPECT_NE(lines.find("Failed to locate library directory for current user: Cannot create"),
-              std::string::npos);
+    EXPECT_THAT(warnings(),
+                AllOf(HasSubstr("Failed to create folder for application group: Cannot create "
+                                "folder '" +
+                                blocker +
+                                "/group.Q8B2X4K7LM.org.quillbox2/Library/Application "
+                                "Support': Not a directory"),
+                      HasSubstr("Failed to locate or create app support directory: Cannot create"),
+                      HasSubstr("Failed to locate library directory for current user: Cannot")));
+
+    for (const char* variable : {"HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"}) {
+        ::unsetenv(variable); // no container, and nothing built on it
+    }
+    EXPECT_FALSE(QBQuotesDBHelper::getPathToQuotesDb());
+    EXPECT_FALSE(QBFolderHelper::getPathToLogsFolder());
+    EXPECT_THAT(warnings(), HasSubstr("Failed to locate library directory for current user: "
+                                      "neither $XDG_STATE_HOME nor $HOME"));
+}
+
+TEST_F(QuotesDBHelperTest, SeedIsCopiedExactlyAndNeverOverAFile)
+{
+    QBBundle::setMainBundleResourcePath(mHome.stdPath(QStringLiteral("bundle")));
+    const std::optional<std::string> db = QBQuotesDBHelper::getPathToQuotesDb();
+    const QString dbFile = QString::fromStdString(*db);
+    QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(db);
+    EXPECT_EQ(warnings(), "Failed to locate sample quotes db in app bundle: (null)\n");
+    EXPECT_FALSE(QFileInfo::exists(dbFile));
+
+    const QByteArray seed = "{\n    \"Quotes\": []\n}\n\xc3\xa9";
+    const std::string seedPath = mHome.stdPath(QStringLiteral("bundle/signatures.json"));
+    ASSERT_TRUE(writeFileBytes(QString::fromStdString(seedPath), seed));
+    QBQuotesDBHelper::createApplicationGroupAppSupportFolder();
+    QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(db);
+    EXPECT_EQ(readFileBytes(dbFile), seed);
+
+    ASSERT_TRUE(writeFileBytes(dbFile, "mine"));
+    qblog::clearLogHistory();
+    QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(db);
+    ::unsetenv("XDG_DATA_HOME"); // and so no container
+    ::unsetenv("HOME");
+    QBQuotesDBHelper::createApplicationGroupAppSupportFolder();
+    QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(QBQuotesDBHelper::getPathToQuotesDb());
+    EXPECT_EQ(readFileBytes(dbFile), QByteArray("mine"));
+    const std::string cannotCopy =
+        "Failed to copy default quotes db to app support folder: Cannot copy '" + seedPath +
+        "' to '";
+    EXPECT_EQ(warnings(), cannotCopy + *db +
+                              "': File exists\nFailed to create folder for application group: The "
+                              "application group container is unavailable\n" +
+                              cannotCopy + "(null)': No such file or directory\n");
+    QBBundle::setMainBundleResourcePath(QBBundle::defaultResourcePath());
 }
 
 } // namespace
