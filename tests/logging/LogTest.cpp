@@ -79,6 +79,18 @@ TEST_F(LogTest, SetupCreatesTheFileAndEveryLevelIsWrittenInTheSameFormatToFileAn
         EXPECT_TRUE(std::regex_match(line, kFileLine)) << line;
     }
     EXPECT_EQ(lines(QByteArray::fromStdString(captured.text())), fileLines);
+
+    // The history has its own format and is searched by level, newest first.
+    const std::regex historyLine(R"(\d{2}-\d{2}-\d{4} \d{2}:\d{2}:\d{2} \[[A-Z ]{8}\] :  .*)");
+    const auto info = qblog::recentLogLines(10, qblog::Level::Info);
+    ASSERT_EQ(info.size(), 2u);
+    EXPECT_TRUE(info[0].ends_with("[INFO    ] :  i two"));
+    EXPECT_TRUE(info[1].ends_with("[INFO    ] :  Logging established (level: debug)"));
+    EXPECT_TRUE(std::regex_match(info[0], historyLine)) << info[0];
+    EXPECT_TRUE(qblog::recentLogLines(9, qblog::Level::Warning)[0].ends_with("[WARN    ] :  w"));
+    EXPECT_TRUE(qblog::recentLogLines(9, qblog::Level::Error)[0].ends_with("[ERROR   ] :  e"));
+    EXPECT_TRUE(qblog::recentLogLines(9, qblog::Level::Debug)[0].ends_with("[DEBUG   ] :  d 1"));
+    EXPECT_EQ(qblog::recentLogLines(1, qblog::Level::Info).size(), 1u);
 }
 
 TEST_F(LogTest, SetupDeletesOnlyAFileLargerThan256000Bytes)
@@ -131,32 +143,6 @@ TEST_F(LogTest, MessagesAreCutTo4095BytesAndMessageFormsKeepPercentSigns)
     const std::string cut = info[1].substr(info[1].find("] :  ") + 5);
     EXPECT_EQ(cut, std::string(4095, 'a'));
     EXPECT_TRUE(qblog::recentLogLines(1, qblog::Level::Warning)[0].ends_with("] :  50%"));
-}
-
-TEST_F(LogTest, HistoryLinesHaveTheirOwnFormatAndAreFoundByLevelNewestFirst)
-{
-    logInfo("first");
-    logWarning("careful");
-    logError("broken");
-    logDebug("detail");
-    logInfo("second");
-
-    const std::regex historyLine(
-        R"(\d{2}-\d{2}-\d{4} \d{2}:\d{2}:\d{2} \[(INFO    |WARN    |ERROR   |DEBUG   )\] :  .*)");
-    const auto info = qblog::recentLogLines(10, qblog::Level::Info);
-    ASSERT_EQ(info.size(), 2u);
-    EXPECT_TRUE(info[0].ends_with("[INFO    ] :  second"));
-    EXPECT_TRUE(info[1].ends_with("[INFO    ] :  first"));
-    EXPECT_TRUE(
-        qblog::recentLogLines(10, qblog::Level::Warning)[0].ends_with("[WARN    ] :  careful"));
-    EXPECT_TRUE(
-        qblog::recentLogLines(10, qblog::Level::Error)[0].ends_with("[ERROR   ] :  broken"));
-    EXPECT_TRUE(
-        qblog::recentLogLines(10, qblog::Level::Debug)[0].ends_with("[DEBUG   ] :  detail"));
-    for (const auto& line : info) {
-        EXPECT_TRUE(std::regex_match(line, historyLine)) << line;
-    }
-    EXPECT_EQ(qblog::recentLogLines(1, qblog::Level::Info).size(), 1u);
 }
 
 TEST_F(LogTest, HistoryKeepsTheNewest4096LinesAndWarningsAreCountedUpTo101)
