@@ -1,5 +1,4 @@
 #include "core/QuotesDBHelper.h"
-#include "core/Bundle.h"
 #include "core/FolderHelper.h"
 #include "logging/Log.h"
 
@@ -14,7 +13,8 @@ using ::testing::HasSubstr;
 
 namespace {
 
-// Paths are derived afresh from HOME and XDG_* on every call.
+// Paths are derived afresh from HOME and XDG_* on every call. Seeding itself is proved
+// end to end by the launch tests of the real executable.
 class QuotesDBHelperTest : public ::testing::Test
 {
 protected:
@@ -74,40 +74,6 @@ TEST_F(QuotesDBHelperTest, FoldersFollowTheXdgVariablesAndFailuresOnlyWarn)
     EXPECT_FALSE(QBFolderHelper::getPathToLogsFolder());
     EXPECT_THAT(warnings(), HasSubstr("Failed to locate library directory for current user: "
                                       "neither $XDG_STATE_HOME nor $HOME"));
-}
-
-TEST_F(QuotesDBHelperTest, SeedIsCopiedExactlyAndNeverOverAFile)
-{
-    QBBundle::setMainBundleResourcePath(mHome.stdPath(QStringLiteral("bundle")));
-    const std::optional<std::string> db = QBQuotesDBHelper::getPathToQuotesDb();
-    const QString dbFile = QString::fromStdString(*db);
-    QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(db);
-    EXPECT_EQ(warnings(), "Failed to locate sample quotes db in app bundle: (null)\n");
-    EXPECT_FALSE(QFileInfo::exists(dbFile));
-
-    const QByteArray seed = "{\n    \"Quotes\": []\n}\n\xc3\xa9";
-    const std::string seedPath = mHome.stdPath(QStringLiteral("bundle/signatures.json"));
-    ASSERT_TRUE(writeFileBytes(QString::fromStdString(seedPath), seed));
-    QBQuotesDBHelper::createApplicationGroupAppSupportFolder();
-    QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(db);
-    EXPECT_EQ(readFileBytes(dbFile), seed);
-
-    ASSERT_TRUE(writeFileBytes(dbFile, "mine"));
-    qblog::clearLogHistory();
-    QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(db);
-    ::unsetenv("XDG_DATA_HOME"); // and so no container
-    ::unsetenv("HOME");
-    QBQuotesDBHelper::createApplicationGroupAppSupportFolder();
-    QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(QBQuotesDBHelper::getPathToQuotesDb());
-    EXPECT_EQ(readFileBytes(dbFile), QByteArray("mine"));
-    const std::string cannotCopy =
-        "Failed to copy default quotes db to app support folder: Cannot copy '" + seedPath +
-        "' to '";
-    EXPECT_EQ(warnings(), cannotCopy + *db +
-                              "': File exists\nFailed to create folder for application group: The "
-                              "application group container is unavailable\n" +
-                              cannotCopy + "(null)': No such file or directory\n");
-    QBBundle::setMainBundleResourcePath(QBBundle::defaultResourcePath());
 }
 
 } // namespace
