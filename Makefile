@@ -1,11 +1,12 @@
 # Entry points for people: `make run` builds and starts the application, `make test`
-# builds and runs the whole test suite. Both install the needed packages first.
+# builds and runs the test suite, `make package` builds a Debian package. All of them
+# install the needed packages first.
 BUILD_DIR ?= build
 ASAN_BUILD_DIR ?= build-asan
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: deps configure build run test bench asan format clean
+.PHONY: deps configure build run test package package-check bench asan format clean
 
 deps:
 	@scripts/install-deps.sh
@@ -20,7 +21,15 @@ run: build
 	@scripts/run-app.sh $(BUILD_DIR)/bin/quillbox2
 
 test: build
-	@cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+	@cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS) -LE package
+
+# A Debian package in $(BUILD_DIR) (quillbox2_<version>_<arch>.deb).
+package: build
+	@cmake --build $(BUILD_DIR) --target package
+
+# Checks of the installed tree and the package (QB_TEST_PACKAGE_INSTALL=1 also installs it).
+package-check: build
+	@cd $(BUILD_DIR) && ctest --output-on-failure -L package
 
 bench: deps
 	@cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DQB_BUILD_TESTS=OFF >/dev/null

@@ -12,6 +12,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth
   desktop-file-utils appstream
+  libqt6svg6 dpkg-dev file fakeroot man-db
 )
 
 missing=()

@@ -26,6 +26,66 @@
         <extracomment>No field in dialog</extracomment>
         <translation type="unfinished"></translation>
     </message>
+    <message id="CommandLineHelpOption">
+        <source>Show this summary of the options and exit.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CommandLineVersionOption">
+        <source>Show the version and exit.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CommandLineDescription">
+        <source>Keeps a collection of quotes and turns one of them into an e-mail signature.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CommandLineUnexpectedArgument">
+        <source>Unexpected argument &apos;%1&apos;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CommandLineTryHelp">
+        <source>Try &apos;%1 --help&apos; for more information.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="AlreadyRunningBroughtToFront">
+        <source>Quillbox2 is already running; its window has been brought to the front.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="AlreadyRunningNoAnswer">
+        <source>Quillbox2 is already running but does not answer.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="AboutWindowTitle">
+        <source>About %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="AboutVersion">
+        <source>Version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="AboutDescription">
+        <source>Keeps your collection of quotes and turns one of them at a time into the plain-text signature file your mail client reads.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="AboutCopyright">
+        <source>Copyright © 2026 The Quillbox2 developers</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="AboutLicenseName">
+        <source>GNU General Public License, version 3 or later</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="AboutLicense">
+        <source>Free software under the %1 (GPL-3.0-or-later): you may share and change it under its terms. It comes without any warranty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="AboutSampleCredits">
+        <source>The sample collection holds classic quotations in the public domain, by William Shakespeare, William Blake, Emily Dickinson, Walt Whitman, John Donne, William Wordsworth, John Keats, Alexander Pope, Jane Austen, Charles Dickens, Herman Melville, Henry David Thoreau, Benjamin Franklin, Abraham Lincoln, Patrick Henry, Francis Bacon, Johann Wolfgang von Goethe, René Descartes, Blaise Pascal, Jean-Jacques Rousseau, Voltaire, Dante Alighieri, Miguel de Cervantes, Julius Caesar, Horace, Terence, Augustus, Socrates and the Delphic maxims.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="AboutQtButton">
+        <source>About Qt</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>MainMenu</name>
@@ -59,25 +119,6 @@
     </message>
     <message>
         <source>&amp;About %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>QBAboutWindow</name>
-    <message>
-        <source>About %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Version %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Keeps your collection of quotes and turns one of them at a time into the plain-text signature file your mail client reads.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The sample collection holds classic quotations in the public domain, by William Shakespeare, William Blake, Emily Dickinson, Walt Whitman, John Donne, William Wordsworth, John Keats, Alexander Pope, Jane Austen, Charles Dickens, Herman Melville, Henry David Thoreau, Benjamin Franklin, Abraham Lincoln, Patrick Henry, Francis Bacon, Johann Wolfgang von Goethe, René Descartes, Blaise Pascal, Jean-Jacques Rousseau, Voltaire, Dante Alighieri, Miguel de Cervantes, Julius Caesar, Horace, Terence, Augustus, Socrates and the Delphic maxims.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

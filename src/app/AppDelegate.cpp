@@ -140,3 +140,15 @@ void QBAppDelegate::showAboutWindow()
     mAboutWindow->raise();
     mAboutWindow->activateWindow();
 }
+
+void QBAppDelegate::bringWindowToFront()
+{
+    logInfoMessage("Another launch asked for the window; bringing it to the front.");
+    if (!mWindow) {
+        return;
+    }
+    mWindow->setWindowState((mWindow->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+    mWindow->show();
+    mWindow->raise();
+    mWindow->activateWindow();
+}

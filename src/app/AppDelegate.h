@@ -36,6 +36,8 @@ public:
     bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
     // Help > About: one About window, made on first use.
     void showAboutWindow();
+    // Another launch of the program asked for the window: shows, raises and activates it.
+    void bringWindowToFront();
 
     // <user library folder>/Logs/<process name>.log, or empty without a library folder.
     static QString getPathToLogFile();

@@ -1,25 +1,36 @@
 #include "app/AppDelegate.h"
+#include "app/AppIcon.h"
+#include "app/CommandLine.h"
+#include "app/SingleInstance.h"
 #include "app/Translations.h"
 #include "app/UnixSignalWatcher.h"
 #include "core/AppIdentity.h"
 
 #include <QApplication>
-#include <QIcon>
 
 int main(int argc, char* argv[])
 {
+    if (const std::optional<int> exitCode = handleCommandLine(argc, argv)) {
+        return *exitCode;
+    }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QString::fromUtf8(qbidentity::kProcessName));
     QApplication::setApplicationDisplayName(QString::fromUtf8(qbidentity::kDisplayName));
     QApplication::setApplicationVersion(QStringLiteral(QB_VERSION));
     QApplication::setOrganizationDomain(QStringLiteral("quillbox2.org"));
     QApplication::setDesktopFileName(QString::fromUtf8(qbidentity::kBundleIdentifier));
-    // The installed icon, found through the icon theme by the desktop entry's name.
-    QApplication::setWindowIcon(QIcon::fromTheme(QString::fromUtf8(qbidentity::kBundleIdentifier)));
+    QApplication::setWindowIcon(applicationIcon());
 
     installTranslations();
 
+    QBSingleInstance singleInstance(QString::fromUtf8(qbidentity::kBundleIdentifier));
+    if (const std::optional<int> exitCode = singleInstance.start()) {
+        return *exitCode;
+    }
+
     QBAppDelegate delegate;
+    QObject::connect(&singleInstance, &QBSingleInstance::activationRequested, &delegate,
+                     &QBAppDelegate::bringWindowToFront);
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &delegate,
                      &QBAppDelegate::applicationWillTerminate);
     QBUnixSignalWatcher signalWatcher;

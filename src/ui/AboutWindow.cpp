@@ -3,45 +3,82 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
+
+namespace {
+QLabel* centredLabel(const QString& text, QWidget* parent, const char* objectName = "")
+{
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(QString::fromLatin1(objectName));
+    label->setAlignment(Qt::AlignHCenter);
+    label->setWordWrap(true);
+    return label;
+}
+
+// A label whose links open in the user's browser.
+QLabel* linkLabel(const QString& html, QWidget* parent, const char* objectName)
+{
+    QLabel* label = centredLabel(html, parent, objectName);
+    label->setTextFormat(Qt::RichText);
+    label->setOpenExternalLinks(true);
+    return label;
+}
+
+QString link(const char* url, const QString& text)
+{
+    return QStringLiteral("<a href=\"%1\">%2</a>")
+        .arg(QString::fromLatin1(url), text.toHtmlEscaped());
+}
+} // namespace
 
 QBAboutWindow::QBAboutWindow(const QString& applicationName, const QString& version,
                              QWidget* parent)
     : QDialog(parent)
 {
-    setWindowTitle(tr("About %1").arg(applicationName));
+    //% "About %1"
+    setWindowTitle(qtTrId("AboutWindowTitle").arg(applicationName));
 
     auto* icon = new QLabel(this);
+    icon->setObjectName(QStringLiteral("iconLabel"));
     icon->setPixmap(QApplication::windowIcon().pixmap(96, 96));
     icon->setAlignment(Qt::AlignHCenter);
     icon->setVisible(!QApplication::windowIcon().isNull());
 
-    auto* name =
-        new QLabel(QStringLiteral("<h2>%1</h2>").arg(applicationName.toHtmlEscaped()), this);
-    name->setAlignment(Qt::AlignHCenter);
-    mVersionLabel = new QLabel(tr("Version %1").arg(version), this);
-    mVersionLabel->setAlignment(Qt::AlignHCenter);
+    QLabel* name =
+        centredLabel(QStringLiteral("<h2>%1</h2>").arg(applicationName.toHtmlEscaped()), this);
+    //% "Version %1"
+    mVersionLabel = centredLabel(qtTrId("AboutVersion").arg(version), this, "versionLabel");
+    //% "Keeps your collection of quotes and turns one of them at a time into the "
+    //% "plain-text signature file your mail client reads."
+    QLabel* description = centredLabel(qtTrId("AboutDescription"), this);
 
-    auto* description =
-        new QLabel(tr("Keeps your collection of quotes and turns one of them at a time into the "
-                      "plain-text signature file your mail client reads."),
-                   this);
-    description->setWordWrap(true);
-    description->setAlignment(Qt::AlignHCenter);
+    //% "Copyright © 2026 The Quillbox2 developers"
+    QLabel* copyright = centredLabel(qtTrId("AboutCopyright"), this, "copyrightLabel");
+    //% "GNU General Public License, version 3 or later"
+    const QString licenseName = qtTrId("AboutLicenseName");
+    //% "Free software under the %1 (GPL-3.0-or-later): you may share and change it "
+    //% "under its terms. It comes without any warranty."
+    const QString licenseText = qtTrId("AboutLicense").arg(link(kLicenseUrl, licenseName));
+    QLabel* license = linkLabel(licenseText, this, "licenseLabel");
+    QLabel* homepage =
+        linkLabel(link(kHomepageUrl, QStringLiteral("quillbox2.org")), this, "homepageLabel");
 
-    mCreditsLabel = new QLabel(
-        tr("The sample collection holds classic quotations in the public domain, by William "
-           "Shakespeare, William Blake, Emily Dickinson, Walt Whitman, John Donne, William "
-           "Wordsworth, John Keats, Alexander Pope, Jane Austen, Charles Dickens, Herman "
-           "Melville, Henry David Thoreau, Benjamin Franklin, Abraham Lincoln, Patrick Henry, "
-           "Francis Bacon, Johann Wolfgang von Goethe, Ren\u00e9 Descartes, Blaise Pascal, "
-           "Jean-Jacques Rousseau, Voltaire, Dante Alighieri, Miguel de Cervantes, Julius "
-           "Caesar, Horace, Terence, Augustus, Socrates and the Delphic maxims."),
-        this);
-    mCreditsLabel->setWordWrap(true);
-    mCreditsLabel->setAlignment(Qt::AlignHCenter);
+    //% "The sample collection holds classic quotations in the public domain, by William "
+    //% "Shakespeare, William Blake, Emily Dickinson, Walt Whitman, John Donne, William "
+    //% "Wordsworth, John Keats, Alexander Pope, Jane Austen, Charles Dickens, Herman "
+    //% "Melville, Henry David Thoreau, Benjamin Franklin, Abraham Lincoln, Patrick Henry, "
+    //% "Francis Bacon, Johann Wolfgang von Goethe, René Descartes, Blaise Pascal, "
+    //% "Jean-Jacques Rousseau, Voltaire, Dante Alighieri, Miguel de Cervantes, Julius "
+    //% "Caesar, Horace, Terence, Augustus, Socrates and the Delphic maxims."
+    mCreditsLabel = centredLabel(qtTrId("AboutSampleCredits"), this, "creditsLabel");
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    //% "About Qt"
+    QPushButton* aboutQt =
+        buttons->addButton(qtTrId("AboutQtButton"), QDialogButtonBox::ActionRole);
+    aboutQt->setObjectName(QStringLiteral("aboutQtButton"));
+    connect(aboutQt, &QPushButton::clicked, this, [] { QApplication::aboutQt(); });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
 
     auto* layout = new QVBoxLayout(this);
@@ -51,9 +88,13 @@ QBAboutWindow::QBAboutWindow(const QString& applicationName, const QString& vers
     layout->addSpacing(8);
     layout->addWidget(description);
     layout->addSpacing(8);
+    layout->addWidget(copyright);
+    layout->addWidget(license);
+    layout->addWidget(homepage);
+    layout->addSpacing(8);
     layout->addWidget(mCreditsLabel);
     layout->addWidget(buttons);
-    setMinimumWidth(420);
+    setMinimumWidth(460);
 }
 
 QString QBAboutWindow::versionText() const

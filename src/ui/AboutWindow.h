@@ -4,8 +4,9 @@
 
 class QLabel;
 
-// The About window: the program's name and version, what it does, and where the quotes
-// of the sample collection come from. Not modal; one per application.
+// The About window: the program's icon, name and version, what it does, copyright and
+// licence, the home page, where the quotes of the sample collection come from, and
+// Qt's own About box. Not modal; one per application.
 class QBAboutWindow : public QDialog
 {
     Q_OBJECT
@@ -15,6 +16,9 @@ public:
 
     QString versionText() const;
     QString creditsText() const;
+
+    static constexpr const char* kHomepageUrl = "https://quillbox2.org/";
+    static constexpr const char* kLicenseUrl = "https://www.gnu.org/licenses/gpl-3.0.html";
 
 private:
     QLabel* mVersionLabel = nullptr;

@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/AppIcon.h"
 #include "app/Translations.h"
 #include "core/Bundle.h"
 #include "core/QuotesDBHelper.h"
@@ -126,6 +127,33 @@ TEST_F(AppDelegateTest, ClosingTheWindowOrQuitEndsTheProgramWithoutSaving)
     EXPECT_TRUE(quitsAfter([this] { mDelegate.window()->close(); }));
     EXPECT_TRUE(quitsAfter([this] { action("quitAction")->trigger(); }));
     EXPECT_EQ(readFileBytes(mDbPath), before);
+}
+
+TEST_F(AppDelegateTest, AnotherLaunchBringsTheMinimizedWindowBack)
+{
+    QMainWindow* window = mDelegate.window();
+    window->showMinimized();
+    ASSERT_TRUE(window->isMinimized());
+    mDelegate.bringWindowToFront();
+    EXPECT_FALSE(window->isMinimized());
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST(AppIconTest, TheBundleIconComesFromTheSvgOrEveryPngSize)
+{
+    const QString hicolor = QStringLiteral(QB_BUILD_SHARE_DIR "/../icons/hicolor");
+    const QList<QSize> pngSizes = applicationIconFromFolder(hicolor, false).availableSizes();
+    for (int size : {16, 32, 48, 64, 128, 256}) { // without Qt's SVG plug-in
+        EXPECT_TRUE(pngSizes.contains(QSize(size, size))) << size;
+    }
+    const QIcon svg = applicationIconFromFolder(hicolor, true);
+    EXPECT_TRUE(svg.availableSizes().isEmpty()); // drawn at any size, not a set of PNGs
+    EXPECT_EQ(svg.pixmap(512, 512).size(), QSize(512, 512));
+    EXPECT_TRUE(applicationIconFromFolder(QStringLiteral("/nonexistent"), false).isNull());
+
+    QBBundle::setMainBundleResourcePath(QB_BUILD_SHARE_DIR);
+    EXPECT_FALSE(applicationIcon().isNull());
+    QBBundle::setMainBundleResourcePath(QBBundle::defaultResourcePath());
 }
 
 } // namespace

@@ -34,17 +34,34 @@ bool inOrder(const QString& text, const QStringList& fragments)
     return true;
 }
 
+// Starts |program| with |arguments| and waits until logging is up; returns what it printed.
+QByteArray startUntilLogging(QProcess& process, const QString& program,
+                             const QStringList& arguments = {})
+{
+    process.start(program, arguments);
+    QByteArray bytes;
+    while (!bytes.contains("Logging established") && process.waitForReadyRead(30000)) {
+        bytes += process.readAllStandardOutput();
+    }
+    return bytes;
+}
+
+// Reads |process|'s output until it contains |text| (30 s at most).
+bool waitForOutput(QProcess& process, QByteArray& output, const QByteArray& text)
+{
+    while (!output.contains(text) && process.waitForReadyRead(30000)) {
+        output += process.readAllStandardOutput();
+    }
+    return output.contains(text);
+}
+
 // Runs |program|, sends it |signalNumber| once logging is up (the signal watcher is
 // installed by then, and the signal is handled once the event loop runs), and expects a
 // normal exit with status 0 and |fragments|, then the shutdown line, in its output.
 QString runApp(const QString& program, QStringList fragments, int signalNumber = SIGTERM)
 {
     QProcess process;
-    process.start(program, {});
-    QByteArray bytes;
-    while (!bytes.contains("Logging established") && process.waitForReadyRead(30000)) {
-        bytes += process.readAllStandardOutput();
-    }
+    const QByteArray bytes = startUntilLogging(process, program);
     if (process.processId() > 0) { // 0 once it has ended: kill(0) would hit this test too
         ::kill(static_cast<pid_t>(process.processId()), signalNumber);
     }
@@ -115,6 +132,108 @@ TEST(LaunchProcessTest, DatabaseFailuresOnlyWarnAndNothingIsOverwritten)
                 QStringLiteral("Failed to copy default quotes db to app support folder: "), noDb});
         EXPECT_EQ(readFileBytes(file), QByteArray("x"));
     }
+}
+
+TEST(LaunchProcessTest, CommandLineIsAnsweredOnTheTerminalWithoutADisplay)
+{
+    struct Case
+    {
+        QStringList arguments;
+        int exitCode;
+        QString stdoutPart, stderrPart;
+    };
+    const QString tryHelp = QStringLiteral("Try 'quillbox2 --help' for more information.\n");
+    const Case cases[] = {
+        {{QStringLiteral("--help")}, 0, QStringLiteral("-v, --version  Show the version"), {}},
+        {{QStringLiteral("-h")},
+         0,
+         QStringLiteral("turns one of them into an e-mail signature"),
+         {}},
+        {{QStringLiteral("--version")}, 0, QStringLiteral("quillbox2 " QB_VERSION "\n"), {}},
+        {{QStringLiteral("-style"), QStringLiteral("fusion"), QStringLiteral("-v")},
+         0,
+         QStringLiteral("quillbox2 " QB_VERSION "\n"),
+         {}},
+        {{QStringLiteral("--bogus")}, 1, {}, QStringLiteral("Unknown option 'bogus'.\n") + tryHelp},
+        {{QStringLiteral("-x"), QStringLiteral("-h")}, 1, {}, QStringLiteral("Unknown option 'x'")},
+        {{QStringLiteral("quotes.txt")}, 1, {}, QStringLiteral("Unexpected argument 'quotes.txt'")},
+    };
+    QBTestHome home;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("DISPLAY")); // a window would abort the program here
+    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    for (const Case& c : cases) {
+        const QString line = c.arguments.join(u' ');
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(kApp, c.arguments);
+        ASSERT_TRUE(process.waitForFinished(30000)) << line.toStdString();
+        const QString out = QString::fromLocal8Bit(process.readAllStandardOutput());
+        const QString err = QString::fromLocal8Bit(process.readAllStandardError());
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit) << line.toStdString();
+        EXPECT_EQ(process.exitCode(), c.exitCode) << line.toStdString() << err.toStdString();
+        EXPECT_TRUE(out.contains(c.stdoutPart)) << line.toStdString() << out.toStdString();
+        EXPECT_TRUE(err.contains(c.stderrPart)) << line.toStdString() << err.toStdString();
+        EXPECT_EQ(out.isEmpty(), c.exitCode != 0) << line.toStdString();
+    }
+    EXPECT_FALSE(QFile::exists(home.filePath(QStringLiteral("xdg_state_home/Logs/quillbox2.log"))));
+}
+
+TEST(LaunchProcessTest, ASecondLaunchRaisesTheRunningWindowAndEnds)
+{
+    QBTestHome home;
+    const QString runtime = home.filePath(QStringLiteral("xdg_runtime_dir/"));
+    const QString lockPath = runtime + QStringLiteral("org.quillbox2.Quillbox2.lock");
+    const QString socketPath = runtime + QStringLiteral("org.quillbox2.Quillbox2.socket");
+    { // What a killed first launch leaves behind: a lock naming a process that has ended,
+      // and its socket file.
+        QProcess ended;
+        ended.start(QStringLiteral("true"));
+        ASSERT_TRUE(ended.waitForStarted());
+        const qint64 endedPid = ended.processId();
+        ASSERT_TRUE(ended.waitForFinished());
+        ASSERT_TRUE(writeFileBytes(lockPath, QByteArray::number(endedPid) + "\nquillbox2\n\n"));
+        ASSERT_TRUE(writeFileBytes(socketPath, ""));
+    }
+    QProcess first;
+    QByteArray firstOutput =
+        startUntilLogging(first, kApp, {QStringLiteral("-style"), QStringLiteral("fusion")});
+    ASSERT_TRUE(firstOutput.contains("Logging established")) << firstOutput.toStdString();
+
+    const auto launchSecond = [] {
+        QProcess second;
+        second.start(kApp, {});
+        EXPECT_TRUE(second.waitForFinished(30000));
+        return std::make_pair(
+            second.exitCode(),
+            QString::fromLocal8Bit(second.readAllStandardOutput() + second.readAllStandardError()));
+    };
+    const auto [exitCode, secondOutput] = launchSecond();
+    EXPECT_EQ(exitCode, 0);
+    EXPECT_EQ(secondOutput,
+              QStringLiteral(
+                  "Quillbox2 is already running; its window has been brought to the front.\n"));
+    const QByteArray raised = "Another launch asked for the window; bringing it to the front.";
+    EXPECT_TRUE(waitForOutput(first, firstOutput, raised)) << firstOutput.toStdString();
+
+    // A first launch that hangs: the second one gives up, says so and fails.
+    ::kill(static_cast<pid_t>(first.processId()), SIGSTOP);
+    const auto [hungExitCode, hungOutput] = launchSecond();
+    ::kill(static_cast<pid_t>(first.processId()), SIGCONT);
+    EXPECT_EQ(hungExitCode, 1);
+    EXPECT_EQ(hungOutput, QStringLiteral("Quillbox2 is already running but does not answer.\n"));
+
+    ::kill(static_cast<pid_t>(first.processId()), SIGTERM);
+    EXPECT_TRUE(first.waitForFinished(30000));
+    firstOutput += first.readAllStandardOutput();
+    EXPECT_EQ(first.exitCode(), 0);
+    EXPECT_TRUE(inOrder(QString::fromUtf8(firstOutput), {QString::fromUtf8(raised), kShutdown}));
+    const QString log = QString::fromUtf8(
+        readFileBytes(home.filePath(QStringLiteral("xdg_state_home/Logs/quillbox2.log"))));
+    EXPECT_EQ(log.count(QStringLiteral("Launch of quillbox2")), 1) << log.toStdString();
+    EXPECT_FALSE(QFile::exists(lockPath));
+    EXPECT_FALSE(QFile::exists(socketPath));
 }
 
 } // namespace

@@ -1,0 +1,108 @@
+#include "app/SingleInstance.h"
+
+#include <QDeadlineTimer>
+#include <QLocalSocket>
+#include <QStandardPaths>
+#include <QThread>
+
+#include <cstdio>
+
+namespace {
+const QByteArray kActivateRequest = "activate\n";
+const QByteArray kActivateReply = "ok\n";
+} // namespace
+
+QBSingleInstance::QBSingleInstance(const QString& name, QObject* parent)
+    : QObject(parent), m_lockPath(runtimeFolder() + QLatin1Char('/') + name + u".lock"),
+      m_socketPath(runtimeFolder() + QLatin1Char('/') + name + u".socket"), m_lock(m_lockPath)
+{
+    // Held for the whole run: only a lock whose process is gone counts as stale.
+    m_lock.setStaleLockTime(0);
+}
+
+QBSingleInstance::~QBSingleInstance() = default;
+
+QString QBSingleInstance::runtimeFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+}
+
+std::optional<int> QBSingleInstance::start(int timeoutMs)
+{
+    if (m_lock.tryLock(0)) {
+        listen();
+        return std::nullopt;
+    }
+    if (m_lock.error() != QLockFile::LockFailedError) {
+        // An unusable runtime folder must not keep the user from their quotes.
+        std::fprintf(stderr, "Cannot take the lock '%s'; not checking for another instance.\n",
+                     qPrintable(m_lockPath));
+        return std::nullopt;
+    }
+    if (askRunningInstanceToActivate(timeoutMs)) {
+        //% "Quillbox2 is already running; its window has been brought to the front."
+        std::fprintf(stdout, "%s\n", qtTrId("AlreadyRunningBroughtToFront").toLocal8Bit().data());
+        return 0;
+    }
+    //% "Quillbox2 is already running but does not answer."
+    std::fprintf(stderr, "%s\n", qtTrId("AlreadyRunningNoAnswer").toLocal8Bit().data());
+    return 1;
+}
+
+void QBSingleInstance::listen()
+{
+    // We hold the lock, so a socket file left here belongs to a process that is gone.
+    QLocalServer::removeServer(m_socketPath);
+    m_server.setSocketOptions(QLocalServer::UserAccessOption);
+    if (!m_server.listen(m_socketPath)) {
+        std::fprintf(stderr, "Cannot listen on '%s': %s\n", qPrintable(m_socketPath),
+                     qPrintable(m_server.errorString()));
+        return;
+    }
+    connect(&m_server, &QLocalServer::newConnection, this, &QBSingleInstance::answer);
+}
+
+void QBSingleInstance::answer()
+{
+    while (QLocalSocket* socket = m_server.nextPendingConnection()) {
+        connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+        const auto readRequest = [this, socket] {
+            if (!socket->canReadLine()) {
+                return;
+            }
+            if (socket->readLine() == kActivateRequest) {
+                socket->write(kActivateReply);
+                socket->flush();
+                emit activationRequested();
+            }
+            socket->disconnectFromServer();
+        };
+        connect(socket, &QLocalSocket::readyRead, this, readRequest);
+        readRequest(); // the request may have arrived with the connection
+    }
+}
+
+bool QBSingleInstance::askRunningInstanceToActivate(int timeoutMs)
+{
+    const QDeadlineTimer deadline(timeoutMs);
+    QLocalSocket socket;
+    // The running process may have taken the lock a moment ago and not yet listen.
+    while (!deadline.hasExpired()) {
+        socket.connectToServer(m_socketPath);
+        if (socket.waitForConnected(static_cast<int>(deadline.remainingTime()))) {
+            break;
+        }
+        QThread::msleep(100);
+    }
+    if (socket.state() != QLocalSocket::ConnectedState) {
+        return false;
+    }
+    socket.write(kActivateRequest);
+    if (!socket.waitForBytesWritten(static_cast<int>(deadline.remainingTime()))) {
+        return false;
+    }
+    while (!socket.canReadLine() &&
+           socket.waitForReadyRead(static_cast<int>(deadline.remainingTime()))) {
+    }
+    return socket.canReadLine() && socket.readLine() == kActivateReply;
+}
