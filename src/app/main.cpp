@@ -1,6 +1,6 @@
 #include "app/AppDelegate.h"
 #include "app/Translations.h"
-#include "app/UnixSignalWatcher.h"
+#include "util/UnixSignalWatcher.h"
 #include "core/AppIdentity.h"
 
 #include <QApplication>
