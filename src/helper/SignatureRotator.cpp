@@ -37,10 +37,14 @@ void QBSignatureRotator::start()
 
 bool QBSignatureRotator::readSettings()
 {
+    if (mStopping) {
+        return false;
+    }
     QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
     suite.suiteUserDefaults().synchronize();
     if (!suite.suiteUserDefaults().boolForKey(QBDefaultsAutoRandomize)) {
         logInfoMessage("Auto-randomize is off: the helper is not needed and exits");
+        mStopping = true;
         mTimer.stop();
         emit stopRequested();
         return false;

@@ -43,4 +43,5 @@ private:
     QFileSystemWatcher mSettingsWatcher;
     double mIntervalSeconds = 0;
     QString mLastProblem;
+    bool mStopping = false; // one folder change can signal several times
 };
