@@ -107,7 +107,7 @@ TEST_F(HelperProcessTest, RotatesOnlyOnceAtATimeUntilTurnedOffOrTerminated)
         }
         return seen.size() >= 3;
     };
-    QTRY_VERIFY_WITH_TIMEOUT(collect(), 3000);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return collect(); }, 3000));
     EXPECT_EQ(QBLoginItemService::runningHelperProcessId(), helper.pid());
 
     const HelperRun second = runHelper({});
@@ -127,7 +127,8 @@ TEST_F(HelperProcessTest, RotatesOnlyOnceAtATimeUntilTurnedOffOrTerminated)
 
     setSuiteValue(QBDefaultsAutoRandomize, true);
     RunningHelper again;
-    QTRY_VERIFY_WITH_TIMEOUT(QBLoginItemService::runningHelperProcessId() == again.pid(), 5000);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return QBLoginItemService::runningHelperProcessId() == again.pid(); }, 5000));
     EXPECT_TRUE(again.terminate());
     EXPECT_EQ(logCount("Stopping on signal 15"), 1);
     EXPECT_EQ(logCount("Helper stopped."), 2);
@@ -142,7 +143,7 @@ TEST_F(HelperProcessTest, AReaderInATightLoopNeverSeesAnEmptyOrPartialSignature)
     const QString signature = makeBookmarkedSignatureFile();
     turnOn(0.1);
     RunningHelper helper;
-    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(signature).size() > 0, 5000);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFileInfo(signature).size() > 0; }, 5000));
 
     const QSet<QByteArray> expected = expectedSignatures();
     QSet<QByteArray> seen;
@@ -166,17 +167,20 @@ TEST_F(HelperProcessTest, MissingOrDamagedDataAndAStaleBookmarkAreLoggedOnceAndR
     const QString signature = makeBookmarkedSignatureFile();
     turnOn(0.2);
     RunningHelper helper;
-    QTRY_COMPARE_WITH_TIMEOUT(logCount("No quotes database at"), 1, 5000);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return logCount("No quotes database at") == 1; }, 5000));
 
     ASSERT_TRUE(writeFileBytes(quotesDbPath(), "{\"Quotes\": [ {\"UID\": "));
-    QTRY_COMPARE_WITH_TIMEOUT(logCount("cannot be read"), 1, 5000);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return logCount("cannot be read") == 1; }, 5000));
     writeQuotes({});
-    QTRY_COMPARE_WITH_TIMEOUT(logCount("holds no quotes"), 1, 5000);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return logCount("holds no quotes") == 1; }, 5000));
 
     // Another program saved the signature file through a rename: the bookmark is stale.
     writeQuotes(mTexts);
-    ASSERT_TRUE(QFile::remove(signature) && writeFileBytes(signature, "someone else's"));
-    QTRY_COMPARE_WITH_TIMEOUT(logCount("Failed to resolve bookmark: Data is stale"), 1, 5000);
+    ASSERT_TRUE(writeFileBytes(signature + QStringLiteral(".new"), "someone else's"));
+    ASSERT_TRUE(QFile::remove(signature) &&
+                QFile::rename(signature + QStringLiteral(".new"), signature));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return logCount("Failed to resolve bookmark: Data is stale") == 1; }, 5000));
     QTest::qWait(1000); // five more intervals: retried, but not logged again
     EXPECT_EQ(logCount("No quotes database at"), 1);
     EXPECT_EQ(logCount("cannot be read"), 1);
@@ -186,7 +190,8 @@ TEST_F(HelperProcessTest, MissingOrDamagedDataAndAStaleBookmarkAreLoggedOnceAndR
     EXPECT_EQ(helper.process().state(), QProcess::Running);
 
     makeBookmarkedSignatureFile(); // the user chose the file again
-    QTRY_VERIFY_WITH_TIMEOUT(expectedSignatures().contains(readFileBytes(signature)), 5000);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return expectedSignatures().contains(readFileBytes(signature)); }, 5000));
 }
 
 } // namespace
