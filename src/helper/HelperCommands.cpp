@@ -12,6 +12,7 @@
 #include "util/UnixSignalWatcher.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QLockFile>
 #include <QTimer>
 
@@ -26,19 +27,6 @@ QString helperLogFilePath()
     return folder ? QString::fromStdString(*folder) + QLatin1Char('/') +
                         QString::fromUtf8(qbidentity::kHelperProcessName) + QStringLiteral(".log")
                   : QString();
-}
-
-bool writeAll(int fd, const QByteArray& bytes)
-{
-    qsizetype done = 0;
-    while (done < bytes.size()) {
-        const ssize_t written = ::write(fd, bytes.constData() + done, bytes.size() - done);
-        if (written <= 0) {
-            return false;
-        }
-        done += written;
-    }
-    return true;
 }
 
 } // namespace
@@ -104,5 +92,9 @@ int qbhelper::printNextQuote()
     }
     const QByteArray bytes =
         QBCurrentSignatureFileHelper::signatureBytes(QString::fromStdString(quote->mContent));
-    return writeAll(quoteOutput, bytes) ? 0 : 1;
+    QFile output;
+    const bool written =
+        output.open(quoteOutput, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle) &&
+        output.write(bytes) == bytes.size() && output.flush();
+    return written ? 0 : 1;
 }
