@@ -84,6 +84,100 @@
     </message>
     <message id="AboutQtButton">
         <source>About Qt</source>
+    <message id="SettingsNoOutputFile">
+        <source>Click to choose the signature file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="NoOutputFileSpecified">
+        <source>No Output File Specified</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="PleaseSpecifyOutputFile">
+        <source>Please specify an output file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="PleaseChooseDifferentLocation">
+        <source>Please Choose Different Location</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="ICloudDriveNotYetSupported">
+        <source>iCloud Drive Not Yet Supported</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsOutputFileLabel">
+        <source>Signature file:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsOutputFileToolTip">
+        <source>Click to choose the file your mail client reads as its signature</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsIntervalLabel">
+        <source>Change the quote every:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="IntervalOneMinute">
+        <source>1 minute</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="IntervalTwoMinutes">
+        <source>2 minutes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="IntervalFiveMinutes">
+        <source>5 minutes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="IntervalTenMinutes">
+        <source>10 minutes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="IntervalFifteenMinutes">
+        <source>15 minutes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="IntervalThirtyMinutes">
+        <source>30 minutes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="IntervalOneHour">
+        <source>1 hour</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="IntervalTwoHours">
+        <source>2 hours</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="IntervalFourHours">
+        <source>4 hours</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="IntervalEightHours">
+        <source>8 hours</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="IntervalTwelveHours">
+        <source>12 hours</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="IntervalOneDay">
+        <source>1 day</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsAutoRandomize">
+        <source>Change the signature automatically</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsClearTrailingEmptyLines">
+        <source>Remove empty lines at the end of quotes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsWarnForDuplicates">
+        <source>Warn about duplicate quotes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsHelpButton">
+        <source>Help</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

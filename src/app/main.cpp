@@ -3,7 +3,7 @@
 #include "app/CommandLine.h"
 #include "app/SingleInstance.h"
 #include "app/Translations.h"
-#include "app/UnixSignalWatcher.h"
+#include "util/UnixSignalWatcher.h"
 #include "core/AppIdentity.h"
 
 #include <QApplication>

@@ -3,10 +3,9 @@
 #include "core/QuotesDBHelper.h"
 #include "logging/ULog.h"
 #include "signature/FileBookmark.h"
+#include "signature/FileReplacer.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
-
-#include <QFile>
 
 QString QBCurrentSignatureFileHelper::bookmarkBasePath()
 {
@@ -36,50 +35,107 @@ bool QBCurrentSignatureFileHelper::isPathOnICloudDrive(const QUrl& url)
     return url.path().contains(QStringLiteral("com~apple~CloudDocs"), Qt::CaseSensitive);
 }
 
-void QBCurrentSignatureFileHelper::logWriteFailure(const QString& error)
+using Level = qblog::Level;
+
+QBCurrentSignatureFileHelper::WriteResult
+QBCurrentSignatureFileHelper::writeFailure(const QString& error)
 {
-    logWarningMessage(QStringLiteral("Failed to access security scoped bookmark or write file: ") +
-                      error);
-    logInfoMessage("Helper app detected bookmark failure but not deleting (main app "
-                   "responsibility)");
+    return {false,
+            {{Level::Warning,
+              QStringLiteral("Failed to access security scoped bookmark or write file: ") + error},
+             {Level::Info, QStringLiteral("Helper app detected bookmark failure but not deleting "
+                                          "(main app responsibility)")}}};
+}
+
+QBCurrentSignatureFileHelper::WriteResult QBCurrentSignatureFileHelper::staleBookmark()
+{
+    return {false,
+            {{Level::Warning, QStringLiteral("Failed to resolve bookmark: Data is stale")},
+             {Level::Info, QStringLiteral("Helper app detected stale bookmark but not deleting "
+                                          "(main app responsibility)")}}};
+}
+
+void QBCurrentSignatureFileHelper::logMessages(
+    const std::vector<std::pair<qblog::Level, QString>>& messages)
+{
+    for (const auto& [level, message] : messages) {
+        switch (level) {
+        case Level::Debug:
+            logDebugMessage(message);
+            break;
+        case Level::Info:
+            logInfoMessage(message);
+            break;
+        case Level::Warning:
+            logWarningMessage(message);
+            break;
+        case Level::Error:
+            logErrorMessage(message);
+            break;
+        }
+    }
+}
+
+QByteArray QBCurrentSignatureFileHelper::signatureBytes(const QString& content)
+{
+    // A text file ends with a line break; without one, a mail client that puts the
+    // signature above the quoted text glues the next line to it.
+    QByteArray bytes = content.toUtf8();
+    if (!bytes.isEmpty() && !bytes.endsWith('\n')) {
+        bytes.append('\n');
+    }
+    return bytes;
 }
 
 bool QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(const QString& content)
 {
-    const QVariant stored =
-        QBSharedUserDefaults::sharedInstance().objectForKey(QBPrivateDefaultsOutputFileSSB);
+    const WriteResult result = writeSignature(content);
+    logMessages(result.messages);
+    return result.written;
+}
+
+QBCurrentSignatureFileHelper::WriteResult
+QBCurrentSignatureFileHelper::writeSignature(const QString& content)
+{
+    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
+    // The other process may have replaced the file and recorded its identity since.
+    suite.suiteUserDefaults().synchronize();
+    const QVariant stored = suite.objectForKey(QBPrivateDefaultsOutputFileSSB);
     if (stored.typeId() != QMetaType::QByteArray) {
-        logWarningMessage("Failed to read security scoped bookmark");
-        return false;
+        return {false,
+                {{Level::Warning, QStringLiteral("Failed to read security scoped bookmark")}}};
     }
+    const QByteArray bookmark = stored.toByteArray();
 
     const QBFileBookmark::Resolution resolution =
-        QBFileBookmark::resolve(stored.toByteArray(), bookmarkBasePath());
+        QBFileBookmark::resolve(bookmark, bookmarkBasePath());
     if (!resolution.ok()) {
-        logWriteFailure(resolution.error);
-        return false;
+        return writeFailure(resolution.error);
     }
     if (resolution.isStale) {
-        logWarningMessage("Failed to resolve bookmark: Data is stale");
-        logInfoMessage("Helper app detected stale bookmark but not deleting (main app "
-                       "responsibility)");
-        return false;
+        return staleBookmark();
     }
 
     QBFileBookmark::startAccessingSecurityScopedResource(resolution.path);
-    // In place, not through a temporary file: a replaced file would no longer be the
-    // bookmarked one. ExistingOnly: a file that vanished since resolving is not recreated.
-    QFile file(resolution.path);
-    const QByteArray bytes = content.toUtf8();
-    const bool written =
-        file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::ExistingOnly) &&
-        file.write(bytes) == bytes.size() && file.flush();
-    const QString error = file.errorString();
-    file.close();
+    const QBFileReplacer::Result result = QBFileReplacer::replaceContent(
+        resolution.path, signatureBytes(content), [&bookmark](quint64 device, quint64 inode) {
+            return QBFileBookmark::recordsIdentity(bookmark, device, inode);
+        });
     QBFileBookmark::stopAccessingSecurityScopedResource(resolution.path);
-    if (!written) {
-        logWriteFailure(QStringLiteral("Cannot write '%1': %2").arg(resolution.path, error));
-        return false;
+
+    switch (result.status) {
+    case QBFileReplacer::Result::Status::NotTheExpectedFile:
+        return staleBookmark();
+    case QBFileReplacer::Result::Status::Failed:
+        return writeFailure(
+            QStringLiteral("Cannot write '%1': %2").arg(resolution.path, result.error));
+    case QBFileReplacer::Result::Status::Written:
+        break;
     }
-    return true;
+    // Our own replacement is still the bookmarked file; only someone else's reads as stale.
+    if (!QBFileBookmark::recordsIdentity(bookmark, result.device, result.inode)) {
+        suite.setObject(QBFileBookmark::withIdentity(bookmark, result.device, result.inode),
+                        QBPrivateDefaultsOutputFileSSB);
+    }
+    return {true, {}};
 }

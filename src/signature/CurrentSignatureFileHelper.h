@@ -1,9 +1,13 @@
 #pragma once
 
+#include "logging/Log.h"
+
 #include <QString>
 #include <QUrl>
 
 #include <functional>
+#include <utility>
+#include <vector>
 
 // Owns the current signature file, the plain-text file a mail client reads as its
 // signature: asks the user where it goes, keeps a bookmark to it in the shared suite
@@ -22,10 +26,27 @@ public:
     // logs a warning and keeps the earlier one.
     static void createSecurityScopedBookmarkForPath(const QUrl& url);
 
-    // Writes exactly |content| as UTF-8 (no byte-order mark) over the bookmarked file,
-    // in place. False, with warnings logged, when the bookmark is missing, broken or
-    // stale, or the write fails; the bookmark itself is never changed here.
+    // Writes |content| as UTF-8 (no byte-order mark, one "\n" added to a non-empty text
+    // without a final line break) over the bookmarked file, replacing it atomically, and
+    // records the new file's identity in the bookmark. False, with warnings logged, when
+    // the bookmark is missing, broken or stale, or the write fails; the bookmark is then
+    // left as it was.
     static bool writeToCurrentSignatureFileContent(const QString& content);
+
+    // The same write, with the lines it would log handed back instead, for a caller that
+    // retries on a timer and logs a repeated failure only once.
+    struct WriteResult
+    {
+        bool written = false;
+        std::vector<std::pair<qblog::Level, QString>> messages;
+    };
+    static WriteResult writeSignature(const QString& content);
+    // Logs |messages| in order at their levels.
+    static void logMessages(const std::vector<std::pair<qblog::Level, QString>>& messages);
+
+    // The bytes written for |content|: UTF-8 with one final line break added to a
+    // non-empty text that lacks one.
+    static QByteArray signatureBytes(const QString& content);
 
     // Whether the path lies in the cloud-drive folder (case-sensitive test).
     static bool isPathOnICloudDrive(const QUrl& url);
@@ -33,5 +54,6 @@ public:
 private:
     // The quotes database path, the base of every bookmark; stops the process if none.
     static QString bookmarkBasePath();
-    static void logWriteFailure(const QString& error);
+    static WriteResult writeFailure(const QString& error);
+    static WriteResult staleBookmark();
 };

@@ -68,10 +68,10 @@ QBFileBookmark::Creation QBFileBookmark::create(const QString& targetPath,
                                                 const QString& baseFilePath)
 {
     Creation creation;
-    const QString absoluteTarget = QFileInfo(targetPath).absoluteFilePath();
-    if (!ensureFileExists(absoluteTarget, creation.error)) {
+    if (!ensureFileExists(QFileInfo(targetPath).absoluteFilePath(), creation.error)) {
         return creation;
     }
+    const QString absoluteTarget = QFileInfo(targetPath).canonicalFilePath();
     if (!QFileInfo(absoluteTarget).isWritable()) {
         creation.error = QStringLiteral("The file '%1' cannot be written").arg(absoluteTarget);
         return creation;
@@ -128,6 +128,21 @@ QBFileBookmark::Resolution QBFileBookmark::resolve(const QByteArray& data,
     resolution.isStale = identity->device != object.value(kDeviceKey).toString() ||
                          identity->inode != object.value(kInodeKey).toString();
     return resolution;
+}
+
+bool QBFileBookmark::recordsIdentity(const QByteArray& data, quint64 device, quint64 inode)
+{
+    const QJsonObject object = QJsonDocument::fromJson(data).object();
+    return object.value(kDeviceKey).toString() == QString::number(device) &&
+           object.value(kInodeKey).toString() == QString::number(inode);
+}
+
+QByteArray QBFileBookmark::withIdentity(const QByteArray& data, quint64 device, quint64 inode)
+{
+    QJsonObject object = QJsonDocument::fromJson(data).object();
+    object.insert(kDeviceKey, QString::number(device));
+    object.insert(kInodeKey, QString::number(inode));
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
 void QBFileBookmark::startAccessingSecurityScopedResource(const QString& /*path*/) {}

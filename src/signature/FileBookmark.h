@@ -27,11 +27,19 @@ public:
     };
 
     // Choosing a location grants it, so a missing target is created empty first. A
-    // folder that does not exist or cannot be written is an error.
+    // folder that does not exist or cannot be written is an error. A symbolic link is
+    // followed once, here: the bookmark names the file itself, so a link swapped in
+    // later is not followed by a writer.
     static Creation create(const QString& targetPath, const QString& baseFilePath);
     // The relative path against the base file's folder, else the absolute path.
     // Undecodable data or a missing file is an error; another file there is stale.
     static Resolution resolve(const QByteArray& data, const QString& baseFilePath);
+
+    // Whether |data| records the file with this device and inode.
+    static bool recordsIdentity(const QByteArray& data, quint64 device, quint64 inode);
+    // |data| with the device and inode replaced: the same location now holds a new file
+    // that the caller put there itself.
+    static QByteArray withIdentity(const QByteArray& data, quint64 device, quint64 inode);
 
     // Access needs no grant on Linux; these keep their place around every use.
     static void startAccessingSecurityScopedResource(const QString& path);

@@ -141,7 +141,12 @@ std::optional<double> numberFromValue(const QVariant& value, qint64* exactIntege
 
 bool QBUserDefaults::boolForKey(const QString& key) const
 {
-    const std::optional<double> number = numberFromValue(objectForKey(key), nullptr);
+    return boolFromValue(objectForKey(key));
+}
+
+bool QBUserDefaults::boolFromValue(const QVariant& value)
+{
+    const std::optional<double> number = numberFromValue(value, nullptr);
     return number && *number != 0.0;
 }
 

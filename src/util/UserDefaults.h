@@ -43,6 +43,8 @@ public:
     QVariant objectForKey(const QString& key) const;
     QString stringForKey(const QString& key) const; // empty when absent
     bool boolForKey(const QString& key) const;      // false when absent or not a truth value
+    // The conversion boolForKey applies, for values taken from dictionaryRepresentation().
+    static bool boolFromValue(const QVariant& value);
     qint64 integerForKey(const QString& key) const; // 0 when absent or not a number
     double doubleForKey(const QString& key) const;  // 0.0 when absent or not a number
 

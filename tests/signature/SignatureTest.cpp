@@ -1,9 +1,11 @@
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/DefaultsMirror.h"
 #include "signature/FileBookmark.h"
+#include "signature/FileReplacer.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
 
+#include "core/QuotesDBHelper.h"
 #include "logging/Log.h"
 
 #include "TestHome.h"
@@ -11,6 +13,10 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -59,17 +65,77 @@ const std::string kWriteFailure =
     "Helper app detected bookmark failure but not deleting (main app responsibility)\n"
     "Failed to access security scoped bookmark or write file: ";
 
-TEST_F(CurrentSignatureFileHelperTest, WritesExactlyTheTextAsUtf8InPlace)
+TEST_F(CurrentSignatureFileHelperTest, ReplacesTheFileWithTheTextAndOneFinalNewline)
 {
-    for (const QString& content :
-         {QStringLiteral("A longer first text that the next must replace."),
-          QStringLiteral("Trailing blank lines stay\n\n\n"),
-          QStringLiteral("  Größe — ☃ 100% %s  "), QString()}) {
+    ASSERT_TRUE(QFile::setPermissions(mSignature, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                                      QFileDevice::ReadGroup));
+    const std::pair<QString, QByteArray> cases[] = {
+        {QStringLiteral("A longer first text that the next must replace."),
+         "A longer first text that the next must replace.\n"},
+        {QStringLiteral("Trailing blank lines stay\n\n\n"), "Trailing blank lines stay\n\n\n"},
+        {QStringLiteral("  Größe — ☃ 100% %s  "), "  Gr\xc3\xb6\xc3\x9f"
+                                                  "e \xe2\x80\x94 \xe2\x98\x83 100% %s  \n"},
+        {QString(), QByteArray()}};
+    for (const auto& [content, bytes] : cases) {
+        const QVariant bookmarkBefore = storedBookmark();
         EXPECT_TRUE(Helper::writeToCurrentSignatureFileContent(content));
-        EXPECT_EQ(readFileBytes(mSignature), content.toUtf8()) << content.toStdString();
+        EXPECT_EQ(readFileBytes(mSignature), bytes) << content.toStdString();
+        // A new file took the old one's place, and the bookmark now names it.
+        EXPECT_NE(storedBookmark(), bookmarkBefore) << content.toStdString();
+        EXPECT_FALSE(QBFileBookmark::resolve(
+                         storedBookmark().toByteArray(),
+                         QString::fromStdString(QBQuotesDBHelper::getPathToQuotesDb().value()))
+                         .isStale);
     }
-    EXPECT_EQ(QFileInfo(mSignature).size(), 0);
+    EXPECT_EQ(QFile::permissions(mSignature) & 0x7077,
+              QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup);
+    EXPECT_EQ(QDir(QFileInfo(mSignature).absolutePath()).entryList(QDir::Files | QDir::Hidden),
+              QStringList{QStringLiteral("sig.txt")}); // no temporary file left
     EXPECT_EQ(recentLines(), "");
+
+    // A folder that takes no temporary file (here: the name would be too long) is written
+    // in place, and the file keeps its identity and bookmark.
+    const QString longName = path("Mail/") + QString(250, QLatin1Char('n'));
+    ASSERT_TRUE(writeFileBytes(longName, "old"));
+    Helper::createSecurityScopedBookmarkForPath(QUrl::fromLocalFile(longName));
+    const QVariant bookmark = storedBookmark();
+    EXPECT_TRUE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("in place")));
+    EXPECT_EQ(readFileBytes(longName), QByteArray("in place\n"));
+    EXPECT_EQ(storedBookmark(), bookmark);
+}
+
+TEST_F(CurrentSignatureFileHelperTest,
+       ReplacerNeitherWaitsOnAFifoNorFollowsALinkNorWritesAnotherFile)
+{
+    const auto any = [](quint64, quint64) { return true; };
+    using Status = QBFileReplacer::Result::Status;
+    // A FIFO swapped in after the path was checked: refused at once, nobody reads it.
+    const QString fifo = path("Mail/fifo");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    QBFileReplacer::Result result = QBFileReplacer::replaceContent(fifo, "x", any);
+    EXPECT_EQ(result.status, Status::Failed);
+    EXPECT_EQ(result.error, QStringLiteral("No such device or address"));
+    // Same with a reader on the other end: opened, seen not to be a regular file.
+    const int reader = ::open(QFile::encodeName(fifo).constData(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    result = QBFileReplacer::replaceContent(fifo, "x", any);
+    EXPECT_EQ(result.status, Status::Failed);
+    EXPECT_EQ(result.error, QStringLiteral("not a regular file"));
+    ::close(reader);
+
+    // A link swapped in is not followed, and its target stays as it was.
+    ASSERT_TRUE(writeFileBytes(path("Mail/elsewhere"), "untouched"));
+    ASSERT_TRUE(QFile::link(path("Mail/elsewhere"), path("Mail/link")));
+    result = QBFileReplacer::replaceContent(path("Mail/link"), "x", any);
+    EXPECT_EQ(result.status, Status::Failed);
+    EXPECT_EQ(result.error, QStringLiteral("Too many levels of symbolic links"));
+    EXPECT_EQ(readFileBytes(path("Mail/elsewhere")), QByteArray("untouched"));
+
+    // Another regular file than the caller expected: nothing written.
+    result = QBFileReplacer::replaceContent(path("Mail/elsewhere"), "x",
+                                            [](quint64, quint64) { return false; });
+    EXPECT_EQ(result.status, Status::NotTheExpectedFile);
+    EXPECT_EQ(readFileBytes(path("Mail/elsewhere")), QByteArray("untouched"));
 }
 
 TEST_F(CurrentSignatureFileHelperTest, FailuresWriteNothingAndKeepTheBookmark)

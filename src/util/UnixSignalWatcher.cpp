@@ -1,4 +1,4 @@
-#include "app/UnixSignalWatcher.h"
+#include "util/UnixSignalWatcher.h"
 
 #include <QSocketNotifier>
 

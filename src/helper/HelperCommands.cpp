@@ -1,0 +1,100 @@
+#include "helper/HelperCommands.h"
+
+#include "core/AppIdentity.h"
+#include "core/FolderHelper.h"
+#include "core/QuotesDBHelper.h"
+#include "helper/QuoteSource.h"
+#include "helper/SignatureRotator.h"
+#include "logging/Log.h"
+#include "logging/ULog.h"
+#include "signature/CurrentSignatureFileHelper.h"
+#include "signature/LoginItemService.h"
+#include "util/UnixSignalWatcher.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QLockFile>
+#include <QTimer>
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+
+QString helperLogFilePath()
+{
+    const std::optional<std::string> folder = QBFolderHelper::getPathToLogsFolder();
+    return folder ? QString::fromStdString(*folder) + QLatin1Char('/') +
+                        QString::fromUtf8(qbidentity::kHelperProcessName) + QStringLiteral(".log")
+                  : QString();
+}
+
+} // namespace
+
+int qbhelper::runRotation()
+{
+    qblog::setupLogging(helperLogFilePath().toStdString());
+    logInfoMessage(QStringLiteral("Launch of %1 %2 completed (process %3).")
+                       .arg(QCoreApplication::applicationName(),
+                            QCoreApplication::applicationVersion(),
+                            QString::number(QCoreApplication::applicationPid())));
+
+    QBQuotesDBHelper::createApplicationGroupAppSupportFolder();
+    const QString pidFile = QBLoginItemService::pidFilePath();
+    if (pidFile.isEmpty()) {
+        logErrorMessage("No application group container ($XDG_DATA_HOME and $HOME are "
+                        "unusable); the helper exits");
+        return 1;
+    }
+    // The lock file holds this process's id: it is the pid file that unregistering reads.
+    QLockFile lock(pidFile);
+    lock.setStaleLockTime(0); // a long-running helper's lock never turns stale by age
+    if (!lock.tryLock(0)) {
+        qint64 pid = 0;
+        QString host;
+        QString application;
+        lock.getLockInfo(&pid, &host, &application);
+        logInfoMessage(
+            QStringLiteral("Another %1 is already running (process %2); exiting")
+                .arg(QString::fromUtf8(qbidentity::kHelperProcessName), QString::number(pid)));
+        return 0;
+    }
+
+    QBUnixSignalWatcher signalWatcher;
+    QObject::connect(
+        &signalWatcher, &QBUnixSignalWatcher::terminationRequested, [](int signalNumber) {
+            logInfoMessage(
+                QStringLiteral("Stopping on signal %1").arg(QString::number(signalNumber)));
+            QCoreApplication::quit();
+        });
+    QBSignatureRotator rotator;
+    QObject::connect(&rotator, &QBSignatureRotator::stopRequested, QCoreApplication::instance(),
+                     &QCoreApplication::quit, Qt::QueuedConnection);
+    QTimer::singleShot(0, &rotator, &QBSignatureRotator::start);
+    const int code = QCoreApplication::exec();
+    logInfoMessage("Helper stopped.");
+    return code;
+}
+
+int qbhelper::printNextQuote()
+{
+    // Standard output is the signature here; every log line goes to standard error.
+    const int quoteOutput = ::dup(STDOUT_FILENO);
+    ::dup2(STDERR_FILENO, STDOUT_FILENO);
+
+    const QBHelperQuoteSource::Reading reading = QBHelperQuoteSource::read();
+    const CQuoteRecord* quote =
+        reading.problem.isEmpty() ? QBHelperQuoteSource::nextQuote(reading.quotes) : nullptr;
+    if (!quote) {
+        logWarningMessage(reading.problem.isEmpty() ? QStringLiteral("No quote to print")
+                                                    : reading.problem);
+        return 1;
+    }
+    const QByteArray bytes =
+        QBCurrentSignatureFileHelper::signatureBytes(QString::fromStdString(quote->mContent));
+    QFile output;
+    const bool written =
+        output.open(quoteOutput, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle) &&
+        output.write(bytes) == bytes.size() && output.flush();
+    return written ? 0 : 1;
+}

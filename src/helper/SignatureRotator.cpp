@@ -1,0 +1,101 @@
+#include "helper/SignatureRotator.h"
+
+#include "helper/QuoteSource.h"
+#include "logging/ULog.h"
+#include "signature/CurrentSignatureFileHelper.h"
+#include "signature/SettingsKeys.h"
+#include "signature/SharedUserDefaults.h"
+
+#include <QFileInfo>
+
+#include <cmath>
+
+QBSignatureRotator::QBSignatureRotator(QObject* parent) : QObject(parent)
+{
+    // A few milliseconds of slack let the system batch wake-ups; 100 ms intervals still work.
+    mTimer.setTimerType(Qt::CoarseTimer);
+    connect(&mTimer, &QTimer::timeout, this, &QBSignatureRotator::rotate);
+    connect(&mSettingsWatcher, &QFileSystemWatcher::directoryChanged, this,
+            &QBSignatureRotator::settingsFolderChanged);
+}
+
+void QBSignatureRotator::start()
+{
+    // The suite is saved through a rename, so its folder is what can be watched.
+    const QString settingsFolder = QFileInfo(QBSharedUserDefaults::suitePath()).absolutePath();
+    if (QFileInfo(settingsFolder).isDir()) {
+        mSettingsWatcher.addPath(settingsFolder);
+    }
+    if (!readSettings()) {
+        return;
+    }
+    logInfoMessage(
+        QStringLiteral("Changing the signature every %1s").arg(QString::number(mIntervalSeconds)));
+    rotate();
+    mTimer.start(std::lround(mIntervalSeconds * 1000));
+}
+
+bool QBSignatureRotator::readSettings()
+{
+    if (mStopping) {
+        return false;
+    }
+    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
+    suite.suiteUserDefaults().synchronize();
+    if (!suite.suiteUserDefaults().boolForKey(QBDefaultsAutoRandomize)) {
+        logInfoMessage("Auto-randomize is off: the helper is not needed and exits");
+        mStopping = true;
+        mTimer.stop();
+        emit stopRequested();
+        return false;
+    }
+    // Whole seconds as the application stores them; a fraction is accepted for tools.
+    const double stored = suite.doubleForKey(QBDefaultsRandomizeInterval);
+    mIntervalSeconds = std::isfinite(stored) && stored > 0
+                           ? std::max(stored, kMinimumIntervalSeconds)
+                           : static_cast<double>(kQBDefaultRandomizeIntervalSeconds);
+    return true;
+}
+
+void QBSignatureRotator::settingsFolderChanged()
+{
+    const double before = mIntervalSeconds;
+    if (!readSettings() || before == mIntervalSeconds) {
+        return;
+    }
+    logInfoMessage(QStringLiteral("Interval changed: changing the signature every %1s")
+                       .arg(QString::number(mIntervalSeconds)));
+    mTimer.start(std::lround(mIntervalSeconds * 1000));
+}
+
+void QBSignatureRotator::reportProblem(const QString& key, const std::function<void()>& logLines)
+{
+    if (key != mLastProblem) {
+        logLines();
+    }
+    mLastProblem = key;
+}
+
+void QBSignatureRotator::rotate()
+{
+    const QBHelperQuoteSource::Reading reading = QBHelperQuoteSource::read();
+    if (!reading.problem.isEmpty()) {
+        reportProblem(reading.problem, [&] {
+            logWarningMessage(
+                reading.problem +
+                QStringLiteral("; trying again in %1s").arg(QString::number(mIntervalSeconds)));
+        });
+        return;
+    }
+    const CQuoteRecord* quote = QBHelperQuoteSource::nextQuote(reading.quotes);
+    if (!quote) {
+        return;
+    }
+    const QBCurrentSignatureFileHelper::WriteResult result =
+        QBCurrentSignatureFileHelper::writeSignature(QString::fromStdString(quote->mContent));
+    QString key;
+    for (const auto& message : result.messages) {
+        key += message.second + QLatin1Char('\n');
+    }
+    reportProblem(key, [&] { QBCurrentSignatureFileHelper::logMessages(result.messages); });
+}

@@ -1,0 +1,29 @@
+// quillbox2-helper: changes the e-mail signature to another quote at an interval, or
+// prints the next quote for mail clients that run a command for every message.
+#include "core/AppIdentity.h"
+#include "helper/HelperCommands.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QString::fromUtf8(qbidentity::kHelperProcessName));
+    QCoreApplication::setApplicationVersion(QStringLiteral(QB_VERSION));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Changes the e-mail signature file of Quillbox2 to another quote at the "
+                       "interval set in Quillbox2, while auto-randomize is on."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption print(
+        QStringLiteral("print"),
+        QStringLiteral("Print the next quote to standard output and exit (for mail clients "
+                       "that run a command for the signature)."));
+    parser.addOption(print);
+    parser.process(application); // --help, --version and unknown options end here
+
+    return parser.isSet(print) ? qbhelper::printNextQuote() : qbhelper::runRotation();
+}

@@ -1,0 +1,195 @@
+#include "signature/SettingsViewController.h"
+
+#include "logging/ULog.h"
+#include "model/Notifications.h"
+#include "signature/CurrentSignatureFileHelper.h"
+#include "signature/SettingsKeys.h"
+#include "signature/SharedUserDefaults.h"
+#include "ui/Alert.h"
+#include "ui/HelpBook.h"
+#include "util/UserDefaults.h"
+
+#include "ui_QBSettingsView.h"
+
+#include <QCheckBox>
+#include <QLocale>
+
+namespace {
+
+// Shortest text that reads back as the same double, with ".0" on whole numbers, so a
+// day reads "24.0h" and five minutes "0.08333333333333333h".
+QString shortestRoundTrip(double value)
+{
+    QString text = QString::number(value, 'g', QLocale::FloatingPointShortest);
+    if (!text.contains(QLatin1Char('.')) && !text.contains(QLatin1Char('e'))) {
+        text += QStringLiteral(".0");
+    }
+    return text;
+}
+
+} // namespace
+
+QBSettingsViewController::QBSettingsViewController(QWidget* parent)
+    : QBSettingsViewController(QBUserDefaults::standardUserDefaults(),
+                               QBSharedUserDefaults::sharedInstance(), parent)
+{}
+
+QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefaults,
+                                                   QBSharedUserDefaults& sharedDefaults,
+                                                   QWidget* parent)
+    : QWidget(parent), mUi(std::make_unique<Ui::QBSettingsView>()),
+      mStandardDefaults(standardDefaults), mMirror(standardDefaults, sharedDefaults)
+{
+    mUi->setupUi(this);
+    connect(mUi->changeIntervalPopupButton, &QComboBox::activated, this,
+            &QBSettingsViewController::handleChangeIntervalSelected);
+    connect(mUi->clickablePathField, &LMClickableLabel::clicked, this,
+            &QBSettingsViewController::pathFieldClicked);
+    connect(mUi->helpButton, &QPushButton::clicked, this,
+            &QBSettingsViewController::handleHelpClicked);
+    bindCheckBox(mUi->autoRandomizeCheckBox, QBDefaultsAutoRandomize);
+    bindCheckBox(mUi->clearTrailingEmptyLinesCheckBox, QBDefaultsClearTrailingEmptyLines);
+    bindCheckBox(mUi->warnForDuplicatesCheckBox, QBDefaultsWarnForDuplicates);
+
+    mDefaultsObserver = QBNotificationCenter::defaultCenter().addObserver(
+        QBUserDefaultsDidChangeNotification, [this](const QBNotification& notification) {
+            if (notification.object == &mStandardDefaults) {
+                userDefaultsDidChange();
+            }
+        });
+    updateControls();
+}
+
+QBSettingsViewController::~QBSettingsViewController()
+{
+    QBNotificationCenter::defaultCenter().removeObserver(mDefaultsObserver);
+}
+
+void QBSettingsViewController::bindCheckBox(QCheckBox* checkBox, const QString& key)
+{
+    // Only the user's clicks write; updateControls() follows the defaults back.
+    connect(checkBox, &QCheckBox::clicked, this,
+            [this, key](bool checked) { mStandardDefaults.setObject(checked, key); });
+}
+
+void QBSettingsViewController::updateControls()
+{
+    const std::pair<QCheckBox*, QString> boxes[] = {
+        {mUi->autoRandomizeCheckBox, QBDefaultsAutoRandomize},
+        {mUi->clearTrailingEmptyLinesCheckBox, QBDefaultsClearTrailingEmptyLines},
+        {mUi->warnForDuplicatesCheckBox, QBDefaultsWarnForDuplicates}};
+    for (const auto& [box, key] : boxes) {
+        box->setChecked(mStandardDefaults.boolForKey(key));
+    }
+    const QString path = mStandardDefaults.stringForKey(QBDefaultsSignatureOutputPath);
+    //% "Click to choose the signature file"
+    mUi->clickablePathField->setText(path.isEmpty() ? qtTrId("SettingsNoOutputFile") : path);
+}
+
+void QBSettingsViewController::showEvent(QShowEvent* event)
+{
+    viewWillAppear();
+    QWidget::showEvent(event);
+}
+
+void QBSettingsViewController::viewWillAppear()
+{
+    updateControls();
+    const qint64 seconds = mStandardDefaults.integerForKey(QBDefaultsRandomizeInterval);
+    const QStringList tags =
+        mUi->changeIntervalPopupButton->property("minuteTags").toString().split(QLatin1Char(','));
+    const qsizetype index = seconds % 60 == 0 ? tags.indexOf(QString::number(seconds / 60)) : -1;
+    if (index < 0) {
+        logWarningMessage(
+            QStringLiteral("Failed to select popup menu item for change interval <%1>")
+                .arg(seconds));
+        return;
+    }
+    mUi->changeIntervalPopupButton->setCurrentIndex(static_cast<int>(index));
+}
+
+void QBSettingsViewController::handleChangeIntervalSelected(int index)
+{
+    const QStringList tags =
+        mUi->changeIntervalPopupButton->property("minuteTags").toString().split(QLatin1Char(','));
+    const qint64 minutes = tags.value(index).toLongLong();
+    qint64 seconds = 0;
+    if (qMulOverflow(minutes, qint64(60), &seconds)) {
+        qFatal("The interval of %lld minutes overflows in seconds",
+               static_cast<long long>(minutes));
+    }
+    logInfoMessage(QStringLiteral("Auto-change interval changed to %1s (%2min. / %3h)")
+                       .arg(QString::number(seconds), QString::number(seconds / 60),
+                            shortestRoundTrip(static_cast<double>(seconds) / 3600.0)));
+    mStandardDefaults.setInteger(seconds, QBDefaultsRandomizeInterval);
+    // Whether or not the helper runs: a stopped one stays stopped only if unregistering
+    // fails, which ends the restart before anything is registered.
+    mHelperAppControl.restart();
+}
+
+void QBSettingsViewController::pathFieldClicked()
+{
+    QBCurrentSignatureFileHelper::askPathToOutputSignatureFile(
+        [this](const QUrl& url) { updateOutputFilePath(url); });
+}
+
+void QBSettingsViewController::handleHelpClicked()
+{
+    QBHelpBook::openHelpAnchor(QString());
+}
+
+void QBSettingsViewController::updateOutputFilePath(const QUrl& url)
+{
+    const QString path = url.toLocalFile();
+    logInfoMessage(QStringLiteral("Path changed to ") + path);
+    if (path.isEmpty()) {
+        logWarningMessage("Empty path received in updateOutputFilePath(_:)");
+        return;
+    }
+    if (QBCurrentSignatureFileHelper::isPathOnICloudDrive(url)) {
+        //% "Please Choose Different Location"
+        QBAlert::shared().warningWithTitle(qtTrId("PleaseChooseDifferentLocation"),
+                                           //% "iCloud Drive Not Yet Supported"
+                                           qtTrId("ICloudDriveNotYetSupported"));
+        return;
+    }
+    mStandardDefaults.setObject(path, QBDefaultsSignatureOutputPath);
+    QBCurrentSignatureFileHelper::createSecurityScopedBookmarkForPath(url);
+    QBNotificationCenter::defaultCenter().post(QBWriteCurrentQuoteNotification, this);
+}
+
+bool QBSettingsViewController::snapshotBool(const QString& key) const
+{
+    return QBUserDefaults::boolFromValue(mLastDefaults.value(key));
+}
+
+void QBSettingsViewController::userDefaultsDidChange()
+{
+    mMirror.mirrorToSharedDefaults();
+
+    if (!snapshotBool(QBDefaultsWarnForDuplicates) &&
+        mStandardDefaults.boolForKey(QBDefaultsWarnForDuplicates)) {
+        QBNotificationCenter::defaultCenter().post(QBCheckForDuplicateQuotesNotification, this);
+    }
+
+    const bool randomize = mStandardDefaults.boolForKey(QBDefaultsAutoRandomize);
+    if (randomize != snapshotBool(QBDefaultsAutoRandomize)) {
+        logInfoMessage(randomize ? "Enabling helper app" : "Disabling helper app");
+        mIsRandomizing = randomize;
+        emit isRandomizingChanged(randomize);
+        if (randomize) {
+            mHelperAppControl.enable();
+        } else {
+            mHelperAppControl.disable();
+        }
+        if (randomize && mStandardDefaults.stringForKey(QBDefaultsSignatureOutputPath).isEmpty()) {
+            //% "No Output File Specified"
+            QBAlert::shared().warningWithTitle(qtTrId("NoOutputFileSpecified"),
+                                               //% "Please specify an output file"
+                                               qtTrId("PleaseSpecifyOutputFile"));
+        }
+    }
+
+    mLastDefaults = mStandardDefaults.dictionaryRepresentation();
+    updateControls();
+}

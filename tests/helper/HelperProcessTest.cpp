@@ -1,0 +1,197 @@
+#include "HelperWorld.h"
+#include "TestHome.h"
+#include "signature/LoginItemService.h"
+#include "signature/SettingsKeys.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace helperworld;
+
+class HelperProcessTest : public ::testing::Test
+{
+protected:
+    QSet<QByteArray> expectedSignatures() const
+    {
+        QSet<QByteArray> expected;
+        for (const QString& text : mTexts) {
+            expected.insert(signatureOf(text));
+        }
+        return expected;
+    }
+    static int logCount(const char* needle)
+    {
+        return static_cast<int>(helperLogText().count(QString::fromUtf8(needle)));
+    }
+    static void turnOn(double intervalSeconds)
+    {
+        setSuiteValue(QBDefaultsAutoRandomize, true);
+        setSuiteValue(QBDefaultsRandomizeInterval, intervalSeconds);
+    }
+
+    QBTestHome mHome;
+    QStringList mTexts{QStringLiteral("First quote"), QStringLiteral("Second\nquote, two lines"),
+                       QStringLiteral("Third — ☃ %s"), QStringLiteral("Fourth"),
+                       QStringLiteral("Fifth, with its own newline\n")};
+};
+
+TEST_F(HelperProcessTest, CommandLineAndPrintGoingThroughEveryQuoteBeforeAnyRepeats)
+{
+    const HelperRun version = runHelper({QStringLiteral("--version")});
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_EQ(version.out, "quillbox2-helper 0.1.0\n");
+    const HelperRun help = runHelper({QStringLiteral("--help")});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_TRUE(help.out.contains("--print")) << help.out.toStdString();
+    const HelperRun unknown = runHelper({QStringLiteral("--bogus")});
+    EXPECT_NE(unknown.exitCode, 0);
+    EXPECT_TRUE(unknown.err.contains("Unknown option 'bogus'")) << unknown.err.toStdString();
+
+    const HelperRun missing = runHelper({QStringLiteral("--print")});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_EQ(missing.out, QByteArray()); // the log line goes to standard error
+    EXPECT_TRUE(missing.err.contains("No quotes database at")) << missing.err.toStdString();
+
+    QStringList uids = writeQuotes(mTexts);
+    const auto print = [] {
+        const HelperRun run = runHelper({QStringLiteral("--print")});
+        EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+        return run.out;
+    };
+    for (int round = 0; round < 2; ++round) {
+        QSet<QByteArray> seen;
+        for (int call = 0; call < mTexts.size(); ++call) {
+            seen.insert(print());
+        }
+        EXPECT_EQ(seen, expectedSignatures()) << "round " << round;
+    }
+
+    // Mid-round the collection changes: every quote not shown yet comes before a repeat.
+    const QByteArray shown = print();
+    const qsizetype removedIndex = mTexts.indexOf(QString::fromUtf8(shown).trimmed()) == 0 ? 1 : 0;
+    mTexts.removeAt(removedIndex);
+    uids.removeAt(removedIndex);
+    mTexts.append(QStringLiteral("A new quote"));
+    uids.append(QString());
+    writeQuotes(mTexts, uids);
+    QSet<QByteArray> rest = expectedSignatures();
+    rest.remove(shown);
+    QSet<QByteArray> seen;
+    for (qsizetype call = 0; call < rest.size(); ++call) {
+        seen.insert(print());
+    }
+    EXPECT_EQ(seen, rest);
+}
+
+TEST_F(HelperProcessTest, RotatesOnlyOnceAtATimeUntilTurnedOffOrTerminated)
+{
+    writeQuotes(mTexts);
+    const QString signature = makeBookmarkedSignatureFile();
+    turnOn(1);
+    RunningHelper helper;
+
+    // Written at start, then every second: three different quotes within 3 s.
+    QSet<QByteArray> seen;
+    const auto collect = [&] {
+        const QByteArray bytes = readFileBytes(signature);
+        EXPECT_TRUE(bytes.isEmpty() || expectedSignatures().contains(bytes)) << bytes.toStdString();
+        if (!bytes.isEmpty()) {
+            seen.insert(bytes);
+        }
+        return seen.size() >= 3;
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return collect(); }, 3000));
+    EXPECT_EQ(QBLoginItemService::runningHelperProcessId(), helper.pid());
+
+    const HelperRun second = runHelper({});
+    EXPECT_EQ(second.exitCode, 0);
+    EXPECT_TRUE(second.out.contains(
+        QStringLiteral("Another quillbox2-helper is already running (process %1); exiting")
+            .arg(helper.pid())
+            .toUtf8()))
+        << second.out.toStdString();
+    EXPECT_EQ(helper.process().state(), QProcess::Running);
+
+    setSuiteValue(QBDefaultsAutoRandomize, false); // noticed without polling
+    ASSERT_TRUE(helper.process().waitForFinished(5000));
+    EXPECT_EQ(helper.process().exitCode(), 0);
+    EXPECT_EQ(logCount("Auto-randomize is off: the helper is not needed and exits"), 1);
+    EXPECT_EQ(QBLoginItemService::runningHelperProcessId(), 0);
+
+    setSuiteValue(QBDefaultsAutoRandomize, true);
+    RunningHelper again;
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return QBLoginItemService::runningHelperProcessId() == again.pid(); }, 5000));
+    EXPECT_TRUE(again.terminate());
+    EXPECT_EQ(logCount("Stopping on signal 15"), 1);
+    EXPECT_EQ(logCount("Helper stopped."), 2);
+}
+
+TEST_F(HelperProcessTest, AReaderInATightLoopNeverSeesAnEmptyOrPartialSignature)
+{
+    // Lengths far apart, so a partial or mixed read could not pass for a whole quote.
+    mTexts = {QStringLiteral("short"), QString(20000, QLatin1Char('x')),
+              QString(3000, QLatin1Char('y')), QStringLiteral("medium ").repeated(40)};
+    writeQuotes(mTexts);
+    const QString signature = makeBookmarkedSignatureFile();
+    turnOn(0.1);
+    RunningHelper helper;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFileInfo(signature).size() > 0; }, 5000));
+
+    const QSet<QByteArray> expected = expectedSignatures();
+    QSet<QByteArray> seen;
+    int reads = 0;
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 2000) {
+        QFile file(signature);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+        ASSERT_TRUE(expected.contains(bytes))
+            << "read " << reads << ": " << bytes.size() << " bytes";
+        seen.insert(bytes);
+        ++reads;
+    }
+    EXPECT_GE(seen.size(), 3) << reads << " reads"; // it kept rewriting meanwhile
+}
+
+TEST_F(HelperProcessTest, MissingOrDamagedDataAndAStaleBookmarkAreLoggedOnceAndRetried)
+{
+    const QString signature = makeBookmarkedSignatureFile();
+    turnOn(0.2);
+    RunningHelper helper;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return logCount("No quotes database at") == 1; }, 5000));
+
+    ASSERT_TRUE(writeFileBytes(quotesDbPath(), "{\"Quotes\": [ {\"UID\": "));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return logCount("cannot be read") == 1; }, 5000));
+    writeQuotes({});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return logCount("holds no quotes") == 1; }, 5000));
+
+    // Another program saved the signature file through a rename: the bookmark is stale.
+    writeQuotes(mTexts);
+    ASSERT_TRUE(writeFileBytes(signature + QStringLiteral(".new"), "someone else's"));
+    ASSERT_TRUE(QFile::remove(signature) &&
+                QFile::rename(signature + QStringLiteral(".new"), signature));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return logCount("Failed to resolve bookmark: Data is stale") == 1; }, 5000));
+    QTest::qWait(1000); // five more intervals: retried, but not logged again
+    EXPECT_EQ(logCount("No quotes database at"), 1);
+    EXPECT_EQ(logCount("cannot be read"), 1);
+    EXPECT_EQ(logCount("holds no quotes"), 1);
+    EXPECT_EQ(logCount("Failed to resolve bookmark: Data is stale"), 1);
+    EXPECT_EQ(readFileBytes(signature), QByteArray("someone else's"));
+    EXPECT_EQ(helper.process().state(), QProcess::Running);
+
+    makeBookmarkedSignatureFile(); // the user chose the file again
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return expectedSignatures().contains(readFileBytes(signature)); }, 5000));
+}
+
+} // namespace
