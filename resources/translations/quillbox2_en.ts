@@ -84,6 +84,8 @@
     </message>
     <message id="AboutQtButton">
         <source>About Qt</source>
+        <translation type="unfinished"></translation>
+    </message>
     <message id="SettingsNoOutputFile">
         <source>Click to choose the signature file</source>
         <translation type="unfinished"></translation>
