@@ -35,7 +35,9 @@ const char* const kSayings[] = {
 // A quote of two lines, about 250 bytes, different for every |number|.
 QString quoteText(int number)
 {
-    return QStringLiteral("%1 (%2)\n    — Author number %2")
+    return QStringLiteral(
+               "%1 (%2)\n    — Author number %2, in a letter to a friend written on a long "
+               "winter evening")
         .arg(QString::fromUtf8(kSayings[number % 4]))
         .arg(number);
 }

@@ -105,6 +105,8 @@ void QBBatchImportDialogs::askUserForSeparatorToUse(
 
     auto* choices = new QWidget(box);
     choices->setObjectName(QStringLiteral("separatorChoices"));
+    // Wide enough that the description does not wrap into a narrow column.
+    choices->setMinimumWidth(choices->fontMetrics().averageCharWidth() * 48);
     auto* column = new QVBoxLayout(choices);
     column->setContentsMargins(0, 0, 0, 0);
     auto* group = new QButtonGroup(choices);

@@ -70,7 +70,9 @@ TEST(ImportTextTest, EncodingIsFoundFromTheBytes)
         {"tab, form feed, SUB, ESC", "a\tb\fc\x1A\x1B", "UTF-8", u"a\tb\fc\x1A\x1B"_s},
         {"odd-length UTF-16", oddUtf16, nullptr, {}},
         {"zero bytes both sides", QByteArray("ab\0\0cd\0\0", 8), nullptr, {}},
-        {"control byte", "text\x01more", nullptr, {}},
+        {"control bytes, 2 in 100", QByteArray(98, 'x') + "\x01\x08", nullptr, {}},
+        {"control bytes, 1 in 100 (overstrike)", QByteArray(98, 'x') + "_\b", "UTF-8",
+         QString(98, u'x') + u"_\b"_s},
         {"UTF-16 holding a control",
          encodedText(u"a\u0002b"_s, QStringConverter::Utf16LE, false),
          nullptr,
@@ -106,7 +108,8 @@ TEST(ImportTextTest, FilesAreReadWithReadableReasonsAndSizeLimit)
         Reader::decodeText(QByteArray("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR", 16));
     EXPECT_EQ(binary.error, u"the file holds binary data (zero bytes)"_s);
     EXPECT_EQ(Reader::decodeText("a\x07").error,
-              u"the file holds binary data (control character 0x07 at character 2)"_s);
+              u"the file holds binary data (1 control characters in 2, the first 0x07 at "
+              u"character 2)"_s);
 
     // Sparse files: the limit is checked before anything is read.
     const QString atLimit = home.filePath(u"limit.txt"_s);
