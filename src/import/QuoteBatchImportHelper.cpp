@@ -102,7 +102,11 @@ void QBQuoteBatchImportHelper::setUndoManager(QBUndoManager* undoManager)
 void QBQuoteBatchImportHelper::addQuotes(const QStringList& pieces)
 {
     QBUndoManager* undoManager = importUndoManager();
-    if (undoManager != nullptr) {
+    // Blank pieces are skipped, so a file of nothing but blanks leaves no step to undo.
+    const bool addsAny = std::any_of(pieces.cbegin(), pieces.cend(), [](const QString& piece) {
+        return !stringByStrippingWhitespace(piece).isEmpty();
+    });
+    if (undoManager != nullptr && addsAny) {
         // Undo puts the whole collection back as it was before the import, and redo
         // as it was after it: the remove-all and add-all actions register each other.
         undoManager->registerUndoWithTarget(

@@ -322,7 +322,7 @@ TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNoth
     {
         const char* name;
         QString path;
-        QStringList imported;
+        QStringList imported = {};
         QString warning = {}; // when nothing is imported
         QString alert = {};   // title of the alert that follows, if any
         QUrl help = {};       // page the help opens, if any
@@ -337,6 +337,7 @@ TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNoth
          fileWith("caf\xC3(\n%\n\x93quoted\x94\n%\n"),
          {u"cafÃ(\n"_s, u"“quoted”\n"_s}},
         {"empty file", fileWith({}), {}, u"Failed to import: Contents of file empty?"_s},
+        {"only blank pieces", fileWith("\n\n \n\n\t\n\n")},
         {"image",
          fileWith(png.data()),
          {},
