@@ -39,13 +39,9 @@ TEST(ImportTextTest, EncodingIsFoundFromTheBytes)
         const char* encoding; // nullptr: not text
         QString text;
     };
-    QByteArray oddUtf16 = encodedText(text, QStringConverter::Utf16LE, true);
-    oddUtf16.chop(1);
     const Case cases[] = {
         {"UTF-8", text.toUtf8(), "UTF-8", text},
         {"UTF-8 with mark", encodedText(text, QStringConverter::Utf8, true), "UTF-8", text},
-        {"UTF-16LE with mark", encodedText(text, QStringConverter::Utf16LE, true), "UTF-16LE",
-         text},
         {"UTF-16BE with mark", encodedText(text, QStringConverter::Utf16BE, true), "UTF-16BE",
          text},
         {"UTF-32LE with mark", encodedText(text, QStringConverter::Utf32LE, true), "UTF-32LE",
@@ -54,21 +50,16 @@ TEST(ImportTextTest, EncodingIsFoundFromTheBytes)
          text},
         {"UTF-16LE without mark", encodedText(text, QStringConverter::Utf16LE, false), "UTF-16LE",
          text},
-        {"UTF-16BE without mark", encodedText(text, QStringConverter::Utf16BE, false), "UTF-16BE",
-         text},
         {"mark kept after the first",
          "\xEF\xBB\xBF\xEF\xBB\xBF"
          "a",
          "UTF-8", u"\uFEFFa"_s},
-        {"Latin-1 accents", "caf\xE9 na\xEFve", "Windows-1252", u"café naïve"_s},
         {"Windows-1252 quotes",
          "\x93"
          "hi\x94 \x80 \x9F \x81",
          "Windows-1252", u"“hi” € Ÿ \u0081"_s},
-        {"invalid UTF-8", "caf\xC3( ok", "Windows-1252", u"cafÃ( ok"_s},
         {"truncated UTF-8", "caf\xC3", "Windows-1252", u"cafÃ"_s},
         {"tab, form feed, SUB, ESC", "a\tb\fc\x1A\x1B", "UTF-8", u"a\tb\fc\x1A\x1B"_s},
-        {"odd-length UTF-16", oddUtf16, nullptr, {}},
         {"zero bytes both sides", QByteArray("ab\0\0cd\0\0", 8), nullptr, {}},
         {"control bytes, 2 in 100", QByteArray(98, 'x') + "\x01\x08", nullptr, {}},
         {"control bytes, 1 in 100 (overstrike)", QByteArray(98, 'x') + "_\b", "UTF-8",

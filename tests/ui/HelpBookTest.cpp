@@ -4,10 +4,6 @@
 #include "TestHome.h"
 #include "UrlRecorder.h"
 
-#include <QDir>
-#include <QFile>
-#include <QRegularExpression>
-
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -89,32 +85,6 @@ TEST_F(HelpBookTest, NoHelpWithoutTheBundleKeyOrTheBook)
     EXPECT_TRUE(QBHelpBook::openHelpAnchor());
     EXPECT_EQ(browser.opened,
               QList<QUrl>{QUrl::fromLocalFile(home.filePath(u"share/other/index.html"_s))});
-}
-
-TEST_F(HelpBookTest, EveryLinkOfTheBookLeadsToAFileAndItsIds)
-{
-    const QDir book(kShare + u"/help"_s);
-    const QStringList pages = book.entryList({u"*.html"_s}, QDir::Files);
-    EXPECT_EQ(pages, QStringList({u"import.html"_s, u"index.html"_s}));
-    const QRegularExpression link(uR"((?:href|src)="([^"#:]*)(?:#([^"]*))?")"_s);
-    int links = 0;
-    for (const QString& name : pages) {
-        QFile file(book.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const QString html = QString::fromUtf8(file.readAll());
-        for (const QRegularExpressionMatch& match : link.globalMatch(html)) {
-            const QString target = match.captured(1).isEmpty() ? name : match.captured(1);
-            SCOPED_TRACE(QString(name + u" -> "_s + match.captured(0)).toStdString());
-            QFile linked(book.filePath(target));
-            ++links;
-            ASSERT_TRUE(linked.open(QIODevice::ReadOnly));
-            if (!match.captured(2).isEmpty()) {
-                EXPECT_TRUE(
-                    linked.readAll().contains(u"id=\"%1\""_s.arg(match.captured(2)).toUtf8()));
-            }
-        }
-    }
-    EXPECT_GE(links, 3); // both style sheets and the index's link to the import page
 }
 
 } // namespace
