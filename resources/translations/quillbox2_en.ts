@@ -182,6 +182,38 @@
         <source>Help</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="BatchImportChooseFileTitle">
+        <source>Import Quotes from a Text File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportSelectSeparatorTitle">
+        <source>Select the Separator</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportSelectSeparatorDescription">
+        <source>Which line separates one quote from the next? These lines occur most often in the file (⏎ stands for a blank line).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportImportButton">
+        <source>Import</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="FileNotText">
+        <source>File not Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="TheProvidedFileDoesNotLookLikeTextFile">
+        <source>The provided file does not look like a text file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="FileTooLarge">
+        <source>File Too Large</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="TheProvidedFileIsTooLargeToImport">
+        <source>The provided file is larger than 64 MiB. Split it into smaller files and import them one by one.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>MainMenu</name>

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStringEncoder>
 
 #include <cstdlib>
 #include <stdexcept>
@@ -62,4 +63,12 @@ bool writeFileBytes(const QString& path, const QByteArray& bytes)
     QFile file(path);
     return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
            file.write(bytes) == bytes.size();
+}
+
+QByteArray encodedText(const QString& text, QStringConverter::Encoding encoding, bool byteOrderMark)
+{
+    QStringEncoder encoder(encoding, byteOrderMark ? QStringConverter::Flag::WriteBom
+                                                   : QStringConverter::Flag::Default);
+    QByteArray bytes = encoder.encode(text);
+    return bytes;
 }

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringConverter>
 #include <QTemporaryDir>
 
 #include <map>
@@ -33,3 +34,6 @@ private:
 QByteArray readFileBytes(const QString& path);
 // Writes |bytes| to |path|, creating missing folders; returns false on failure.
 bool writeFileBytes(const QString& path, const QByteArray& bytes);
+// |text| in |encoding|, with a byte-order mark when asked.
+QByteArray encodedText(const QString& text, QStringConverter::Encoding encoding,
+                       bool byteOrderMark = false);

@@ -1,0 +1,398 @@
+#include "core/Bundle.h"
+#include "core/QuotesRepository.h"
+#include "import/BatchImportDialogs.h"
+#include "import/QuoteBatchImportHelper.h"
+#include "import/TextFileReader.h"
+#include "logging/Log.h"
+#include "model/QuotesAutoSaver.h"
+#include "ui/Alert.h"
+#include "util/UndoManager.h"
+#include "util/UserDefaults.h"
+
+#include "TestHome.h"
+#include "UrlRecorder.h"
+
+#include <QApplication>
+#include <QBuffer>
+#include <QFile>
+#include <QFileDialog>
+#include <QImage>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using H = QBQuoteBatchImportHelper;
+
+void PrintTo(const QString& text, std::ostream* out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
+
+namespace {
+
+CQuotesRepository& repository()
+{
+    return CQuotesRepository::getInstance();
+}
+
+QStringList column(const std::vector<CQuoteRecord>& records,
+                   std::string CQuoteRecord::*field = &CQuoteRecord::mContent)
+{
+    QStringList values;
+    for (const CQuoteRecord& record : records)
+        values << QString::fromStdString(record.*field);
+    return values;
+}
+
+QStringList savedContents()
+{
+    std::vector<CQuoteRecord> records;
+    readQuotesFile(repository().mFilePath, records);
+    return column(records);
+}
+
+// Ten quotes, every other one over two lines, none holding a blank line.
+QStringList tenQuotes()
+{
+    QStringList quotes;
+    for (int index = 0; index < 10; ++index)
+        quotes << (index % 2 == 0 ? u"Quote %1, café"_s.arg(index)
+                                  : u"Quote %1 over\n  two lines — Author %1"_s.arg(index));
+    return quotes;
+}
+
+// 100 lines, with "%" on |percents| of them and "Anon" on |anons|, the rest unique.
+QString hundredLines(int percents, int anons)
+{
+    QStringList lines;
+    for (int index = 0; index < 100; ++index) {
+        if (index % 9 == 4 && percents-- > 0)
+            lines << u"%"_s;
+        else if (index % 9 == 7 && anons-- > 0)
+            lines << u"Anon"_s;
+        else
+            lines << u"line %1"_s.arg(index);
+    }
+    return lines.join(u'\n');
+}
+
+// The real flow on a real window: a database in a temporary home with the auto-saver,
+// the window's undo manager, the build's help book and a stand-in browser. Every test
+// starts from a collection of one saved quote.
+class BatchImportFlowTest : public ::testing::Test
+{
+protected:
+    BatchImportFlowTest()
+    {
+        QBUserDefaults::resetStandardUserDefaults();
+        repository().removeAllQuotes();
+        repository().mFilePath = home.stdPath(u"quotes.db"_s);
+        QBBundle::setMainBundleResourcePath(QB_BUILD_SHARE_DIR);
+        H::setUndoManager(&undoManager);
+        window.show();
+        QBBatchImportDialogs::setParentWindow(&window);
+        QBAlert::shared().setParentWindow(&window);
+        resetCollection();
+    }
+    ~BatchImportFlowTest() override
+    {
+        QBAlert::shared().setParentWindow(nullptr);
+        QBBatchImportDialogs::setParentWindow(nullptr);
+        H::setUndoManager(nullptr);
+        repository().removeAllQuotes();
+        repository().mFilePath.clear();
+    }
+
+    void resetCollection()
+    {
+        repository().removeAllQuotes();
+        repository().addNewQuote()->mContent = "Earlier quote";
+        repository().saveQuotes();
+        undoManager.removeAllActions();
+        qblog::clearLogHistory();
+    }
+
+    // A new file holding |bytes|.
+    QString fileWith(const QByteArray& bytes)
+    {
+        const QString path = home.filePath(u"import/quotes %1.txt"_s.arg(++fileNumber));
+        EXPECT_TRUE(writeFileBytes(path, bytes));
+        return path;
+    }
+    // Starts the import command and answers its file dialog with |path|.
+    void importFile(const QString& path)
+    {
+        H::importFromTextFile();
+        auto* dialog = window.findChild<QFileDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
+        dialog->selectFile(path);
+        static_cast<QDialog*>(dialog)->accept();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(window.findChild<QFileDialog*>(), nullptr);
+    }
+    void importText(const QString& text) { importFile(fileWith(text.toUtf8())); }
+
+    QMessageBox* openBox() { return window.findChild<QMessageBox*>(); }
+    QStringList choices()
+    {
+        QStringList texts;
+        for (const QRadioButton* button : openBox()->findChildren<QRadioButton*>())
+            texts << button->text();
+        return texts;
+    }
+    // Clicks the radio button showing |choice| (none when empty), then Import or Cancel.
+    void answer(const QString& choice, bool import = true)
+    {
+        QMessageBox* box = openBox();
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->windowModality(), Qt::WindowModal);
+        for (QRadioButton* button : box->findChildren<QRadioButton*>()) {
+            // On the round indicator: a short title leaves the button's middle unclickable.
+            if (button->text() == choice)
+                QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(6, button->height() / 2));
+        }
+        QAbstractButton* end = import ? static_cast<QAbstractButton*>(box->defaultButton())
+                                      : box->button(QMessageBox::Cancel);
+        QTest::mouseClick(end, Qt::LeftButton);
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(openBox(), nullptr);
+    }
+
+    // Messages logged at |level| since the collection was last reset, oldest first.
+    static QStringList logged(qblog::Level level)
+    {
+        QStringList messages;
+        for (const std::string& line : qblog::recentLogLines(qblog::kMaxHistoryLines, level)) {
+            const QString text = QString::fromStdString(line);
+            messages.prepend(text.mid(text.indexOf(u"] :  "_s) + 5));
+        }
+        return messages;
+    }
+
+    QBTestHome home;
+    QBQuotesAutoSaver autoSaver;
+    QBUndoManager undoManager;
+    QMainWindow window;
+    QBUrlRecorder browser;
+    int fileNumber = 0;
+};
+
+TEST_F(BatchImportFlowTest, PercentFileImportsAtOnceKeepingEachNewlineAsOneUndoStep)
+{
+    const QStringList quotes = tenQuotes();
+    importText(quotes.join(u"\n%\n"_s) + u'\n');
+
+    EXPECT_EQ(openBox(), nullptr); // one candidate: no question
+    QStringList expected{u"Earlier quote"_s};
+    for (const QString& quote : quotes)
+        expected << quote + u'\n';
+    EXPECT_EQ(column(repository().mQuotes), expected);
+    EXPECT_EQ(savedContents(), expected);
+    const QStringList info = logged(qblog::Level::Info);
+    EXPECT_EQ(
+        info.mid(0, 4),
+        QStringList({u"Initiating batch import."_s,
+                     u"Importing data from '%1'"_s.arg(home.filePath(u"import/quotes 1.txt"_s)),
+                     u"Automatically detected 1 likely separators in input file"_s,
+                     u"Importing 10 quotes from input file"_s}));
+    EXPECT_EQ(info.count(u"Saving quotes"_s), 1);
+    EXPECT_TRUE(logged(qblog::Level::Warning).isEmpty());
+
+    const QStringList imported = column(repository().mQuotes, &CQuoteRecord::mUID);
+    undoManager.undo();
+    EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s});
+    EXPECT_FALSE(undoManager.canUndo());
+    undoManager.redo();
+    EXPECT_EQ(column(repository().mQuotes, &CQuoteRecord::mUID), imported);
+    EXPECT_EQ(savedContents(), expected);
+}
+
+TEST_F(BatchImportFlowTest, BlankLineAndPercentFilesSplitTheSameWithAnyLineEnds)
+{
+    const QStringList quotes = tenQuotes();
+    QStringList afterPercent{u"Earlier quote"_s};
+    for (const QString& quote : quotes)
+        afterPercent << quote + u'\n';
+    QStringList afterBlankLine = QStringList{u"Earlier quote"_s} + quotes;
+    afterBlankLine.last() += u'\n'; // the last piece keeps the file's final newline
+
+    for (const QString& lineEnd : {u"\n"_s, u"\r\n"_s, u"\r"_s}) {
+        for (const auto& [separator, expected] :
+             {std::pair{u"\n%\n"_s, afterPercent}, std::pair{u"\n\n"_s, afterBlankLine}}) {
+            SCOPED_TRACE(QString(separator + lineEnd).toUtf8().toPercentEncoding().toStdString());
+            resetCollection();
+            importText(QString(quotes.join(separator) + u'\n').replace(u'\n', lineEnd));
+            EXPECT_EQ(openBox(), nullptr);
+            EXPECT_EQ(savedContents(), expected);
+        }
+    }
+}
+
+TEST_F(BatchImportFlowTest, ATenthOfTheLinesMakesACandidateAndTwoCandidatesAlwaysAsk)
+{
+    importText(hundredLines(10, 9)); // "Anon" 9 times in 100 lines: below the threshold
+    EXPECT_EQ(openBox(), nullptr);
+    EXPECT_EQ(repository().mQuotes.size(), 1u + 11u);
+
+    resetCollection();
+    importText(hundredLines(10, 10)); // 10 times: both lines qualify
+    EXPECT_EQ(choices(), QStringList({u"%"_s, u"Anon"_s}));
+    EXPECT_EQ(repository().mQuotes.size(), 1u); // nothing before the answer
+    answer(u"Anon"_s);
+    EXPECT_EQ(repository().mQuotes.size(), 1u + 11u);
+    EXPECT_TRUE(logged(qblog::Level::Debug).contains(u"Selected button: 1"_s));
+
+    // Far apart counts still ask, the choice decides the split, a blank line shows as "⏎".
+    const QString farApart = u"a\n%\nb\nAnon\n%\nc\nAnon\n%\nd"_s;
+    const QString blankLines = u"a\n\nb\n\nc\nx\nx\nx"_s;
+    const struct
+    {
+        QString text, choice;
+        QStringList offered, pieces;
+    } cases[] = {
+        {farApart, u"%"_s, {u"%"_s, u"Anon"_s}, {u"a\n"_s, u"b\nAnon\n"_s, u"c\nAnon\n"_s, u"d"_s}},
+        {farApart, u"Anon"_s, {u"%"_s, u"Anon"_s}, {u"a\n%\nb\n"_s, u"%\nc\n"_s, u"%\nd"_s}},
+        {blankLines, u"⏎"_s, {u"x"_s, u"⏎"_s}, {u"a"_s, u"b"_s, u"c\nx\nx\nx"_s}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.choice.toStdString());
+        resetCollection();
+        importText(c.text);
+        EXPECT_EQ(choices(), c.offered);
+        answer(c.choice);
+        EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s} + c.pieces);
+        EXPECT_TRUE(undoManager.canUndo());
+    }
+}
+
+TEST_F(BatchImportFlowTest, EndingTheQuestionWithoutAChoiceAbortsAndChangesNothing)
+{
+    const QString twoCandidates = u"a\n%\nb\n%\nc\nq\nq"_s;
+    const struct
+    {
+        const char* name;
+        QString text;
+        qsizetype offered;
+        QString clicked;
+        bool import;
+    } cases[] = {
+        {"no choice", twoCandidates, 2, {}, true},
+        {"cancelled choice", twoCandidates, 2, u"%"_s, false},
+        {"zero candidates", u"a\nb\nc"_s, 0, {}, true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        resetCollection();
+        importText(c.text);
+        EXPECT_EQ(choices().size(), c.offered);
+        answer(c.clicked, c.import);
+        const QStringList warnings = logged(qblog::Level::Warning);
+        ASSERT_EQ(warnings.size(), 1);
+        EXPECT_TRUE(warnings[0].startsWith(u"No choice selected in QWidget(0x"_s) &&
+                    warnings[0].contains(u"separatorChoices"_s))
+            << warnings[0].toStdString();
+        EXPECT_EQ(logged(qblog::Level::Info).last(),
+                  u"No separator specified - Aborting import."_s);
+        EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s});
+        EXPECT_FALSE(undoManager.canUndo());
+    }
+}
+
+TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNothing)
+{
+    QImage picture(16, 16, QImage::Format_RGB32);
+    picture.fill(Qt::darkCyan);
+    QBuffer png;
+    ASSERT_TRUE(png.open(QIODevice::WriteOnly) && picture.save(&png, "PNG"));
+    const QString text = u"Ça va, naïve\n%\nÜber “alles”\n%\nc’est ça"_s;
+    const QStringList quotes{u"Ça va, naïve\n"_s, u"Über “alles”\n"_s, u"c’est ça"_s};
+    QByteArray brokenUtf16 = encodedText(text, QStringConverter::Utf16LE, true);
+    brokenUtf16.chop(1);
+    const QUrl importHelp = QUrl::fromLocalFile(QB_BUILD_SHARE_DIR u"/help/import.html"_s)
+                                .resolved(u"#QB_BATCH_IMPORT"_s);
+    const QString huge = fileWith({});
+    ASSERT_TRUE(QFile(huge).resize(QBTextFileReader::kMaxFileSize + 1));
+    const struct
+    {
+        const char* name;
+        QString path;
+        QStringList imported = {};
+        QString warning = {}; // when nothing is imported
+        QString alert = {};   // title of the alert that follows, if any
+        QUrl help = {};       // page the help opens, if any
+    } cases[] = {
+        {"UTF-16 with mark", fileWith(encodedText(text, QStringConverter::Utf16LE, true)), quotes},
+        {"UTF-16 without mark", fileWith(encodedText(text, QStringConverter::Utf16BE)), quotes},
+        {"Latin-1 accents",
+         fileWith("na\xEFve\n%\n\xC7"
+                  "a\n%\nd\xE9j\xE0"),
+         {u"naïve\n"_s, u"Ça\n"_s, u"déjà"_s}},
+        {"invalid UTF-8 as Windows-1252",
+         fileWith("caf\xC3(\n%\n\x93quoted\x94\n%\n"),
+         {u"cafÃ(\n"_s, u"“quoted”\n"_s}},
+        {"empty file", fileWith({}), {}, u"Failed to import: Contents of file empty?"_s},
+        {"only blank pieces", fileWith("\n\n \n\n\t\n\n")},
+        {"image",
+         fileWith(png.data()),
+         {},
+         u"Failed to read file: the file holds binary data (zero bytes)"_s,
+         u"FileNotText"_s},
+        {"broken UTF-16",
+         fileWith(brokenUtf16),
+         {},
+         u"Failed to read file: the file starts with a byte-order mark but is not valid UTF-16LE "
+         u"text"_s,
+         u"FileNotText"_s},
+        {"over 64 MiB",
+         huge,
+         {},
+         u"Failed to read file: the file is larger than 64 MiB"_s,
+         u"FileTooLarge"_s},
+        {"separator never alone on its line",
+         fileWith("a\n% \nb\n% \nc"),
+         {},
+         u"Failed to import: Quotes found in input file = 1"_s,
+         {},
+         importHelp},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        resetCollection();
+        browser.opened.clear();
+        importFile(c.path);
+        EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s} + c.imported);
+        EXPECT_EQ(undoManager.canUndo(), !c.imported.isEmpty());
+        EXPECT_EQ(logged(qblog::Level::Warning),
+                  c.warning.isEmpty() ? QStringList{} : QStringList{c.warning});
+        EXPECT_EQ(browser.opened, c.help.isEmpty() ? QList<QUrl>{} : QList<QUrl>{c.help});
+        EXPECT_EQ(openBox(), nullptr); // any alert waits for the file dialog to go
+        if (!c.alert.isEmpty()) {
+            ASSERT_TRUE(QTest::qWaitFor([this] { return openBox() != nullptr; }, 3000));
+            EXPECT_EQ(openBox()->windowTitle(), c.alert);
+            EXPECT_EQ(openBox()->icon(), QMessageBox::Warning);
+            openBox()->close();
+            QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+    }
+}
+
+TEST_F(BatchImportFlowTest, WithoutAMainWindowNothingIsShown)
+{
+    QBBatchImportDialogs::setParentWindow(nullptr);
+    H::importFromTextFile();
+    bool answered = false;
+    QBBatchImportDialogs::askUserForSeparatorToUse({u"%"_s},
+                                                   [&](const QString&) { answered = true; });
+    EXPECT_EQ(window.findChildren<QDialog*>(), QList<QDialog*>{});
+    EXPECT_EQ(QApplication::topLevelWidgets(), QWidgetList{&window});
+    EXPECT_FALSE(answered);
+    EXPECT_EQ(logged(qblog::Level::Info), QStringList{u"Initiating batch import."_s});
+}
+
+} // namespace
