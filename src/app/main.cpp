@@ -2,12 +2,14 @@
 #include "app/Translations.h"
 #include "app/UnixSignalWatcher.h"
 #include "core/AppIdentity.h"
+#include "util/ProcessSafety.h"
 
 #include <QApplication>
 #include <QIcon>
 
 int main(int argc, char* argv[])
 {
+    makeProcessSafe();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QString::fromUtf8(qbidentity::kProcessName));
     QApplication::setApplicationDisplayName(QString::fromUtf8(qbidentity::kDisplayName));

@@ -16,18 +16,32 @@
 
 namespace {
 
-bool isAlphanumeric(QChar character)
+bool isAlphanumeric(char32_t codePoint)
 {
-    return character.isLetterOrNumber() || character.isMark();
+    return QChar::isLetterOrNumber(codePoint) || QChar::isMark(codePoint);
 }
 
-QString keepingOnly(const QString& text, bool (*keep)(QChar))
+bool isWhitespaceCodePoint(char32_t codePoint)
+{
+    return QChar::isSpace(codePoint);
+}
+
+// Filters by code point, so a letter outside the Basic Multilingual Plane (two UTF-16
+// units) is judged, kept or dropped whole.
+QString keepingOnly(const QString& text, bool (*keep)(char32_t))
 {
     QString result;
     result.reserve(text.size());
-    for (const QChar character : text) {
-        if (keep(character))
-            result.append(character);
+    const QStringView view(text);
+    for (qsizetype index = 0; index < view.size();) {
+        const bool pair = index + 1 < view.size() && view[index].isHighSurrogate() &&
+                          view[index + 1].isLowSurrogate();
+        const char32_t codePoint =
+            pair ? QChar::surrogateToUcs4(view[index], view[index + 1]) : view[index].unicode();
+        const qsizetype length = pair ? 2 : 1;
+        if (keep(codePoint))
+            result.append(view.mid(index, length));
+        index += length;
     }
     return result;
 }
@@ -149,7 +163,7 @@ QString stringByStrippingTrailingWhitespace(const QString& text)
 
 QString stringByRemovingAllWhitespace(const QString& text)
 {
-    return keepingOnly(text, isWhitespaceOrNewline);
+    return keepingOnly(text, isWhitespaceCodePoint);
 }
 
 QByteArray c_str(const QString& text)
@@ -159,8 +173,9 @@ QByteArray c_str(const QString& text)
 
 QString stringValidForFileNames(const QString& text)
 {
-    return keepingOnly(text, [](QChar character) {
-        return isAlphanumeric(character) || QStringView(u" ,.-+_").contains(character);
+    return keepingOnly(text, [](char32_t codePoint) {
+        return isAlphanumeric(codePoint) ||
+               (codePoint < 0x80 && QStringView(u" ,.-+_").contains(QChar(codePoint)));
     });
 }
 
@@ -279,13 +294,16 @@ double similarityToString(const QString& text, const QString& other)
 
 QString stringFromUnicodeCPPString(const std::string& bytes)
 {
-    // One decoding pass for valid text; only a failed one pays for the repair.
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    // One decoding pass for valid text; only a failed one pays for the repair. A leading
+    // byte order mark is text like any other: the quote must come back byte for byte.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     QString decoded = decoder(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
     if (!decoder.hasError())
         return decoded;
     std::string repaired;
     repaired.reserve(bytes.size());
     utf8::replace_invalid(bytes.begin(), bytes.end(), std::back_inserter(repaired), U'*');
-    return QString::fromStdString(repaired);
+    return QStringDecoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom)(
+        QByteArrayView(repaired.data(), static_cast<qsizetype>(repaired.size())));
 }
