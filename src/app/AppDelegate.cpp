@@ -116,7 +116,8 @@ void QBAppDelegate::installAlerts()
             QBAlert::shared().warningWithTitle(
                 //% "Changes Cannot Be Saved"
                 qtTrId("QuotesCannotBeSavedTitle"),
-                //% "The quotes database at %1 could not be read (%2), so your changes cannot be saved until the file is fixed."
+                //% "The quotes database at %1 could not be read (%2), so your changes cannot be
+                //saved until the file is fixed."
                 qtTrId("QuotesCannotBeSavedMessage")
                     .arg(QString::fromStdString(path), QString::fromStdString(reason)));
         });

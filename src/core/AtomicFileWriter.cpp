@@ -152,7 +152,8 @@ bool isTemporaryNameFor(const std::string& candidate, const std::string& name)
     const std::string stem = temporaryNamePrefix(name);
     const std::size_t nameLength = stem.size() - kTemporaryMarker.size();
     const std::size_t tail = kTemporaryMarker.size() + kTemporaryTagLength;
-    if (candidate.size() < nameLength + tail || candidate.compare(0, nameLength, stem, 0, nameLength) ||
+    if (candidate.size() < nameLength + tail ||
+        candidate.compare(0, nameLength, stem, 0, nameLength) ||
         candidate.compare(candidate.size() - tail, kTemporaryMarker.size(), kTemporaryMarker)) {
         return false;
     }

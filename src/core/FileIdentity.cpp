@@ -41,8 +41,7 @@ QBRegularFileForReading::QBRegularFileForReading(const std::string& path) : mPat
         if (S_ISREG(status.st_mode)) {
             throw std::system_error(error, std::generic_category(), "cannot examine " + path);
         }
-        throw std::system_error(EINVAL, std::generic_category(),
-                                path + " is not a regular file");
+        throw std::system_error(EINVAL, std::generic_category(), path + " is not a regular file");
     }
     mIdentity = QBFileIdentity::of(status);
 }

@@ -109,19 +109,28 @@ bool sameBytes(const std::string& first, const std::string& second)
     }
 }
 
-std::string freeCopyName(const fs::path& original, const std::string& kind)
+// A name that sorts after every existing copy, even when the older ones of this second
+// were pruned.
+std::string freeCopyName(const fs::path& original, const std::string& kind,
+                         const std::vector<ExistingCopy>& copies)
 {
-    const std::string base = original.string() + "." + kind + "-" + currentLocalTimeStamp();
-    for (int attempt = 1; attempt <= kMaxNameAttempts; ++attempt) {
-        const std::string candidate =
-            attempt == 1 ? base : base + "-" + std::to_string(attempt);
+    const std::string timeStamp = currentLocalTimeStamp();
+    const std::string base = original.string() + "." + kind + "-" + timeStamp;
+    int first = 1;
+    for (const ExistingCopy& copy : copies) {
+        if (copy.timeStamp == timeStamp) {
+            first = std::max(first, copy.number + 1);
+        }
+    }
+    for (int attempt = first; attempt < first + kMaxNameAttempts; ++attempt) {
+        const std::string candidate = attempt == 1 ? base : base + "-" + std::to_string(attempt);
         boost::system::error_code error;
         if (!fs::exists(fs::symlink_status(candidate, error))) {
             return candidate;
         }
     }
-    throw std::system_error(EEXIST, std::generic_category(), "no free name for a copy of " +
-                                                                 original.string());
+    throw std::system_error(EEXIST, std::generic_category(),
+                            "no free name for a copy of " + original.string());
 }
 
 } // namespace
@@ -139,7 +148,7 @@ std::optional<QBKeptCopy> keepCopyOfFile(const std::string& path, const std::str
         return QBKeptCopy{copies.back().path.string(), true};
     }
 
-    const std::string copyPath = freeCopyName(original, kind);
+    const std::string copyPath = freeCopyName(original, kind, copies);
     QBRegularFileForReading source(original.string());
     replaceFileAtomically(copyPath, [&source](std::ostream& stream) {
         std::vector<char> buffer(kCopyBufferBytes);

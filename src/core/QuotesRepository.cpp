@@ -90,8 +90,9 @@ bool CQuotesRepository::saveQuotes()
     try {
         mFileSystemPath = boost::filesystem::path(mFilePath);
         mKnownIdentity =
-            writeQuotesFile(mFileSystemPath.string(), mQuotes,
-                            [this](const std::string& target) { keepVersionOfOtherWriter(target); });
+            writeQuotesFile(mFileSystemPath.string(), mQuotes, [this](const std::string& target) {
+                keepVersionOfOtherWriter(target);
+            });
     } catch (...) {
         const std::string reason = currentExceptionReason();
         logWarningMessage("Failed to write quotes to disk");

@@ -34,7 +34,8 @@ public:
     // Whether saving is refused because the file failed to load and no copy was kept.
     bool isSavingRefused() const { return mSaveRefusal.has_value(); }
     // Told once per load, at the first refused save, with the path and the reason.
-    void setSaveRefusedObserver(std::function<void(const std::string&, const std::string&)> observer)
+    void
+    setSaveRefusedObserver(std::function<void(const std::string&, const std::string&)> observer)
     {
         mSaveRefusedObserver = std::move(observer);
     }

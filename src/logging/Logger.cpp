@@ -13,13 +13,13 @@
 
 #include <cerrno>
 #include <cstdarg>
+#include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <fcntl.h>
+#include <iostream>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <cstdio>
-#include <ctime>
-#include <iostream>
 
 namespace logging = boost::log;
 namespace expr = boost::log::expressions;
@@ -88,9 +88,8 @@ private:
 // reported once on standard error, since the log cannot say so itself.
 boost::shared_ptr<std::ostream> openLogFile(const std::string& path)
 {
-    const int descriptor = ::open(path.c_str(),
-                                  O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC | O_NOCTTY,
-                                  0600);
+    const int descriptor = ::open(
+        path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0600);
     if (descriptor < 0) {
         std::fprintf(stderr, "Cannot open the log file %s: %s\n", path.c_str(),
                      std::strerror(errno));

@@ -89,8 +89,8 @@ void SessionManager::updateSessionDuration()
     }
     mHistory.recordSession(
         {mCurrentSessionStartedAt, static_cast<qint64>(mCurrentSessionDuration)});
-    const bool saveIsDue = !mSessionsSavedAt.isValid() ||
-                           mSessionsSavedAt.secsTo(now) >= kSessionsSaveIntervalSeconds;
+    const bool saveIsDue =
+        !mSessionsSavedAt.isValid() || mSessionsSavedAt.secsTo(now) >= kSessionsSaveIntervalSeconds;
     locker.unlock();
     if (saveIsDue) {
         saveSessions();

@@ -24,8 +24,7 @@ public:
     // Keeps its records in the file at |filePath|; an empty path keeps them in memory.
     explicit SignalCache(QString filePath, std::optional<LogHandler> logHandler = std::nullopt)
         : mFilePath(std::move(filePath)), mLogHandler(std::move(logHandler))
-    {
-    }
+    {}
 
     void push(const Element& element) { push(QList<Element>{element}); }
 
@@ -110,15 +109,14 @@ public:
             return;
         }
         QWriteLocker locker(&mLock);
-        mCachedSignals = loaded->last(qMin(loaded->size(), maximumNumberOfCachedSignals)) +
-                         mCachedSignals;
-        mCachedSignals.remove(0, qMax<qsizetype>(0, mCachedSignals.size() -
-                                                        maximumNumberOfCachedSignals));
+        mCachedSignals =
+            loaded->last(qMin(loaded->size(), maximumNumberOfCachedSignals)) + mCachedSignals;
+        mCachedSignals.remove(
+            0, qMax<qsizetype>(0, mCachedSignals.size() - maximumNumberOfCachedSignals));
         log(LogHandler::LogLevel::debug, QStringLiteral("Loaded %1 signals").arg(loaded->size()));
     }
 
 private:
-
     void log(LogHandler::LogLevel level, const QString& message) const
     {
         if (mLogHandler) {

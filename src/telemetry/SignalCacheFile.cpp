@@ -26,8 +26,7 @@ QString defaultLocation()
            QStringLiteral("/telemetrysignalcache");
 }
 
-std::optional<QByteArray> takeContents(const QString& path, qint64 maximumBytes,
-                                       QString& problem)
+std::optional<QByteArray> takeContents(const QString& path, qint64 maximumBytes, QString& problem)
 {
     const QByteArray nativePath = QFile::encodeName(path);
     // Without O_NONBLOCK, opening a FIFO with no writer never returns.
@@ -45,9 +44,10 @@ std::optional<QByteArray> takeContents(const QString& path, qint64 maximumBytes,
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) ||
         status.st_size > maximumBytes) {
         ::close(descriptor);
-        problem = S_ISREG(status.st_mode)
-                      ? QStringLiteral("Discarded a Telemetry cache file of %1 bytes").arg(status.st_size)
-                      : QStringLiteral("Ignored a Telemetry cache that is not a regular file");
+        problem =
+            S_ISREG(status.st_mode)
+                ? QStringLiteral("Discarded a Telemetry cache file of %1 bytes").arg(status.st_size)
+                : QStringLiteral("Ignored a Telemetry cache that is not a regular file");
         // Only a plain file is removed; whatever else sits there was not made by the cache.
         if (S_ISREG(status.st_mode)) {
             QFile::remove(path);

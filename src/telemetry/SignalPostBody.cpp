@@ -64,7 +64,8 @@ std::optional<SignalPostBody> SignalPostBody::fromJson(const QJsonObject& object
     const QDateTime receivedAt = parseDate(object.value(kReceivedAt).toString());
     const std::optional<TelemetryParameters> payload = payloadFromJson(object.value(kPayload));
     const QJsonValue floatValue = object.value(kFloatValue);
-    if (!receivedAt.isValid() || !payload || !(floatValue.isUndefined() || floatValue.isNull() || floatValue.isDouble())) {
+    if (!receivedAt.isValid() || !payload ||
+        !(floatValue.isUndefined() || floatValue.isNull() || floatValue.isDouble())) {
         return std::nullopt;
     }
     SignalPostBody record;

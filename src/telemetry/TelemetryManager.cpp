@@ -119,8 +119,8 @@ void TelemetryManager::requestImmediateSync()
     const QDateTime now = mClock->now();
     {
         QMutexLocker locker(&mImmediateSyncMutex);
-        if (!mSignalManager || mLastTimeImmediateSyncRequested.msecsTo(now) <=
-                                   kImmediateSyncThrottleSeconds * 1000) {
+        if (!mSignalManager ||
+            mLastTimeImmediateSyncRequested.msecsTo(now) <= kImmediateSyncThrottleSeconds * 1000) {
             return;
         }
         mLastTimeImmediateSyncRequested = now;

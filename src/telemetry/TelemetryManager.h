@@ -107,7 +107,7 @@ private:
     // Declared before the signal manager, whose record builder reads it.
     std::unique_ptr<SessionManager> mSessionManager;
     std::unique_ptr<SignalManager> mSignalManager;
-    QMutex mImmediateSyncMutex; // requests may come from any thread
+    QMutex mImmediateSyncMutex;                // requests may come from any thread
     QDateTime mLastTimeImmediateSyncRequested; // guarded by mImmediateSyncMutex
     QDateTime mLastDateAppEnteredBackground;
     bool mApplicationActive = false;

@@ -296,8 +296,8 @@ QString stringFromUnicodeCPPString(const std::string& bytes)
 {
     // One decoding pass for valid text; only a failed one pays for the repair. A leading
     // byte order mark is text like any other: the quote must come back byte for byte.
-    QStringDecoder decoder(QStringDecoder::Utf8,
-                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
+                                                     QStringDecoder::Flag::ConvertInitialBom);
     QString decoded = decoder(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
     if (!decoder.hasError())
         return decoded;

@@ -41,7 +41,9 @@ TEST(SignalCacheTest, RecordsDecodeAsEncodedAndADamagedFileIsDeleted)
             "type":"t","payload":{},"isTestMode":"false"}])"};
     for (const QByteArray& bytes : damaged) {
         ASSERT_TRUE(writeFileBytes(path, bytes));
-        EXPECT_EQ(Cache(path).count(), 0) << bytes.constData();
+        Cache cache(path);
+        cache.loadFromFile();
+        EXPECT_EQ(cache.count(), 0) << bytes.constData();
         EXPECT_FALSE(QFileInfo::exists(path)) << bytes.constData();
     }
 }

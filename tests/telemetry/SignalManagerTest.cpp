@@ -107,6 +107,7 @@ TEST_F(SignalManagerTest, RecordsSurviveARestartThroughTheCacheFileAndGoFirst)
 
     configuration.apiBaseURL = server.baseURL();
     auto manager = makeManager();
+    manager->signalManager()->waitForPendingSignals(); // the file is read off the main thread
     EXPECT_FALSE(QFileInfo::exists(cachePath));
     manager->sendSignal(u"Fresh"_s);
     const QList<QJsonObject> records = sentRecords(*manager);
