@@ -145,13 +145,13 @@ void SessionManager::persist(const QString& key, const QVariant& value)
 void SessionManager::saveSessions()
 {
     mSessionsSavedAt = mClock->now();
-    mPersistenceQueue.start([this] {
-        QList<StoredSession> sessions;
-        {
-            QMutexLocker locker(&mMutex);
-            sessions = mHistory.recentSessions; // shared, copied only if changed meanwhile
-        }
-        mSuite->setObject(SessionHistory::encodeSessions(sessions), kRecentSessions);
+    QList<StoredSession> sessions;
+    {
+        QMutexLocker locker(&mMutex);
+        sessions = mHistory.recentSessions; // shared: the list is copied only when next changed
+    }
+    mPersistenceQueue.start([suite = mSuite, sessions = std::move(sessions)] {
+        suite->setObject(SessionHistory::encodeSessions(sessions), kRecentSessions);
     });
 }
 
