@@ -294,16 +294,19 @@ double similarityToString(const QString& text, const QString& other)
 
 QString stringFromUnicodeCPPString(const std::string& bytes)
 {
-    // One decoding pass for valid text; only a failed one pays for the repair. A leading
-    // byte order mark is text like any other: the quote must come back byte for byte.
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
-                                                     QStringDecoder::Flag::ConvertInitialBom);
+    // Qt's decoder drops a leading byte order mark; here it is text like any other, so
+    // that a quote comes back byte for byte.
+    static constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (std::string_view(bytes).starts_with(kByteOrderMark)) {
+        return QChar(0xFEFF) + stringFromUnicodeCPPString(bytes.substr(kByteOrderMark.size()));
+    }
+    // One decoding pass for valid text; only a failed one pays for the repair.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString decoded = decoder(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
     if (!decoder.hasError())
         return decoded;
     std::string repaired;
     repaired.reserve(bytes.size());
     utf8::replace_invalid(bytes.begin(), bytes.end(), std::back_inserter(repaired), U'*');
-    return QStringDecoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom)(
-        QByteArrayView(repaired.data(), static_cast<qsizetype>(repaired.size())));
+    return QString::fromStdString(repaired);
 }
