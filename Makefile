@@ -6,7 +6,7 @@ ASAN_BUILD_DIR ?= build-asan
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: deps configure build run test package package-check bench asan format clean
+.PHONY: deps configure build run test package package-check bench asan fuzz format clean
 
 deps:
 	@scripts/install-deps.sh
@@ -41,8 +41,13 @@ asan: deps
 	@cmake --build $(ASAN_BUILD_DIR) -j $(JOBS)
 	@cd $(ASAN_BUILD_DIR) && QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 ctest --output-on-failure -j $(JOBS)
 
+# Fuzzes the quotes database reader (FUZZ_SECONDS, default 60); never part of build or test.
+FUZZ_SECONDS ?= 60
+fuzz:
+	@scripts/fuzz-quotes-reader.sh $(FUZZ_SECONDS)
+
 format: configure
 	@cmake --build $(BUILD_DIR) --target format
 
 clean:
-	rm -rf $(BUILD_DIR) $(ASAN_BUILD_DIR) build-bench
+	rm -rf $(BUILD_DIR) $(ASAN_BUILD_DIR) build-bench build-fuzz

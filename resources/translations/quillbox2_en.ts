@@ -3,6 +3,14 @@
 <TS version="2.1" language="en_US">
 <context>
     <name></name>
+    <message id="QuotesCannotBeSavedTitle">
+        <source>Changes Cannot Be Saved</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesCannotBeSavedMessage">
+        <source>The quotes database at %1 could not be read (%2), so your changes cannot be saved until the file is fixed.</source>
+        <translation type="unfinished"></translation>
+    </message>
     <message id="DuplicatesDetectedTitle">
         <source>Duplicates Detected</source>
         <translation type="unfinished"></translation>

@@ -111,6 +111,16 @@ void QBAppDelegate::showMainWindow()
 void QBAppDelegate::installAlerts()
 {
     QBAlert::shared().setParentWindow(mWindow);
+    CQuotesRepository::getInstance().setSaveRefusedObserver(
+        [](const std::string& path, const std::string& reason) {
+            QBAlert::shared().warningWithTitle(
+                //% "Changes Cannot Be Saved"
+                qtTrId("QuotesCannotBeSavedTitle"),
+                //% "The quotes database at %1 could not be read (%2), so your changes cannot be
+                //saved until the file is fixed."
+                qtTrId("QuotesCannotBeSavedMessage")
+                    .arg(QString::fromStdString(path), QString::fromStdString(reason)));
+        });
     QBQuoteEditHelper::setYesNoQuestion([](const QString& title, const QString& message, int style,
                                            std::function<void()> onYes,
                                            std::function<void()> onNo) {

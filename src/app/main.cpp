@@ -5,11 +5,13 @@
 #include "app/Translations.h"
 #include "util/UnixSignalWatcher.h"
 #include "core/AppIdentity.h"
+#include "util/ProcessSafety.h"
 
 #include <QApplication>
 
 int main(int argc, char* argv[])
 {
+    makeProcessSafe();
     if (const std::optional<int> exitCode = handleCommandLine(argc, argv)) {
         return *exitCode;
     }

@@ -4,9 +4,14 @@
 #include <boost/filesystem/operations.hpp>
 #include <boost/filesystem/path.hpp>
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
+#include <climits>
+#include <dirent.h>
 #include <fcntl.h>
 #include <streambuf>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -105,49 +110,97 @@ private:
     int mError = 0;
 };
 
-// An exclusively created file beside the target; removed again unless committed.
+// The folder holding a file, kept open so every later step names the file relative to
+// it: a temporary name longer than the file's own then never exceeds the path limit.
+class Folder
+{
+public:
+    explicit Folder(const fs::path& target)
+        : mPath(target.has_parent_path() ? target.parent_path() : fs::path("."))
+    {
+        mDescriptor = ::open(mPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        if (mDescriptor < 0) {
+            throwSystemError(errno, "cannot open folder " + mPath.string());
+        }
+    }
+    ~Folder() { ::close(mDescriptor); }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    int descriptor() const { return mDescriptor; }
+    const fs::path& path() const { return mPath; }
+
+private:
+    fs::path mPath;
+    int mDescriptor = -1;
+};
+
+constexpr std::string_view kTemporaryMarker = ".saving-";
+constexpr std::size_t kTemporaryTagLength = 8;
+
+// "<name>.saving-" with the name shortened so that the whole temporary name, with its
+// 8 hex digits, still fits in a folder entry.
+std::string temporaryNamePrefix(const std::string& name)
+{
+    const std::size_t room = NAME_MAX - kTemporaryMarker.size() - kTemporaryTagLength;
+    return name.substr(0, room) + std::string(kTemporaryMarker);
+}
+
+// Temporary files of |name| itself and of the copies kept beside it ("<name>.damaged-...").
+bool isTemporaryNameFor(const std::string& candidate, const std::string& name)
+{
+    const std::string stem = temporaryNamePrefix(name);
+    const std::size_t nameLength = stem.size() - kTemporaryMarker.size();
+    const std::size_t tail = kTemporaryMarker.size() + kTemporaryTagLength;
+    if (candidate.size() < nameLength + tail ||
+        candidate.compare(0, nameLength, stem, 0, nameLength) ||
+        candidate.compare(candidate.size() - tail, kTemporaryMarker.size(), kTemporaryMarker)) {
+        return false;
+    }
+    return std::all_of(candidate.end() - static_cast<std::ptrdiff_t>(kTemporaryTagLength),
+                       candidate.end(), [](char c) { return std::isxdigit(c) != 0; });
+}
+
+// An exclusively created file beside the target, locked for as long as it is open so
+// that a later launch can tell a save in progress from one that was killed. Removed
+// again unless committed.
 class TemporaryFile
 {
 public:
-    explicit TemporaryFile(const fs::path& target)
+    TemporaryFile(const Folder& folder, const std::string& targetName) : mFolder(folder)
     {
-        const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+        const std::string prefix = temporaryNamePrefix(targetName);
         for (int attempt = 0; attempt < kMaxTemporaryNameAttempts; ++attempt) {
-            const std::string suffix = ".saving-" + generateUUIDString().substr(0, 8);
-            mPath = (folder / (target.filename().string() + suffix)).string();
-            // 0666 lets the umask decide, as for any newly created file.
-            mDescriptor = ::open(mPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+            mName = prefix + generateUUIDString().substr(0, kTemporaryTagLength);
+            mDescriptor = ::openat(folder.descriptor(), mName.c_str(),
+                                   O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
             if (mDescriptor >= 0 || errno != EEXIST) {
                 break;
             }
         }
         if (mDescriptor < 0) {
-            throwSystemError(errno, "cannot create temporary file " + mPath);
+            throwSystemError(errno, "cannot create temporary file " + displayPath());
         }
+        (void)::flock(mDescriptor, LOCK_EX | LOCK_NB);
     }
 
     ~TemporaryFile()
     {
+        if (!mCommitted) {
+            ::unlinkat(mFolder.descriptor(), mName.c_str(), 0);
+        }
         if (mDescriptor >= 0) {
             ::close(mDescriptor);
-        }
-        if (!mCommitted) {
-            ::unlink(mPath.c_str());
         }
     }
 
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    void copyPermissionsFrom(const fs::path& original)
+    void copyPermissionsFrom(const struct stat& original)
     {
-        struct stat status
-        {
-        };
-        if (::stat(original.c_str(), &status) == 0) {
-            // Best effort: a file we may not chmod is still better saved than not.
-            (void)::fchmod(mDescriptor, status.st_mode & 07777);
-        }
+        // Best effort: a file we may not chmod is still better saved than not.
+        (void)::fchmod(mDescriptor, original.st_mode & 07777);
     }
 
     void writeWith(const std::function<void(std::ostream&)>& writeContents)
@@ -157,57 +210,109 @@ public:
         writeContents(stream);
         stream.flush();
         if (buffer.error() != 0) {
-            throwSystemError(buffer.error(), "cannot write " + mPath);
+            throwSystemError(buffer.error(), "cannot write " + displayPath());
         }
         if (!stream) {
-            throwSystemError(EIO, "cannot write " + mPath);
+            throwSystemError(EIO, "cannot write " + displayPath());
         }
     }
 
-    // Flushes to disk and moves the file over |target|.
-    void commit(const fs::path& target)
+    // Flushes to disk; returns the identity the file keeps once renamed.
+    QBFileIdentity flush()
     {
-        if (::fsync(mDescriptor) != 0) {
-            throwSystemError(errno, "cannot flush " + mPath);
+        struct stat status
+        {
+        };
+        if (::fsync(mDescriptor) != 0 || ::fstat(mDescriptor, &status) != 0) {
+            throwSystemError(errno, "cannot flush " + displayPath());
         }
-        const int descriptor = mDescriptor;
-        mDescriptor = -1;
-        if (::close(descriptor) != 0) {
-            throwSystemError(errno, "cannot close " + mPath);
-        }
-        if (::rename(mPath.c_str(), target.c_str()) != 0) {
-            throwSystemError(errno, "cannot rename " + mPath + " to " + target.string());
+        return QBFileIdentity::of(status);
+    }
+
+    // Moves the file over |targetName|. The lock is held until after the rename, so the
+    // clean-up at launch never takes a finished save for a killed one.
+    void commit(const std::string& targetName)
+    {
+        if (::renameat(mFolder.descriptor(), mName.c_str(), mFolder.descriptor(),
+                       targetName.c_str()) != 0) {
+            throwSystemError(errno, "cannot rename " + displayPath() + " to " + targetName);
         }
         mCommitted = true;
     }
 
 private:
-    std::string mPath;
+    std::string displayPath() const { return (mFolder.path() / mName).string(); }
+
+    const Folder& mFolder;
+    std::string mName;
     int mDescriptor = -1;
     bool mCommitted = false;
 };
 
-// Makes the rename itself durable. The new contents are already in place, so a
-// folder that cannot be flushed is not a reason to report failure.
-void flushFolder(const fs::path& target)
-{
-    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor >= 0) {
-        (void)::fsync(descriptor);
-        ::close(descriptor);
-    }
-}
-
 } // namespace
 
-void replaceFileAtomically(const std::string& path,
-                           const std::function<void(std::ostream&)>& writeContents)
+QBFileIdentity replaceFileAtomically(const std::string& path,
+                                     const std::function<void(std::ostream&)>& writeContents,
+                                     const std::function<void(const std::string&)>& beforeReplacing)
 {
     const fs::path target = resolveSymbolicLinks(fs::path(path));
-    TemporaryFile temporary(target);
-    temporary.copyPermissionsFrom(target);
+    const std::string name = target.filename().string();
+    const Folder folder(target);
+    struct stat original
+    {
+    };
+    const bool exists = ::fstatat(folder.descriptor(), name.c_str(), &original, 0) == 0;
+    // The mode is checked too, since root may write whatever the mode says.
+    if (exists && ((original.st_mode & 0222) == 0 ||
+                   ::faccessat(folder.descriptor(), name.c_str(), W_OK, AT_EACCESS) != 0)) {
+        throwSystemError(EACCES, target.string() + " is read-only");
+    }
+    TemporaryFile temporary(folder, name);
+    if (exists) {
+        temporary.copyPermissionsFrom(original);
+    }
     temporary.writeWith(writeContents);
-    temporary.commit(target);
-    flushFolder(target);
+    const QBFileIdentity identity = temporary.flush();
+    if (beforeReplacing) {
+        beforeReplacing(target.string());
+    }
+    temporary.commit(name);
+    // Makes the rename itself durable. The new contents are already in place, so a
+    // folder that cannot be flushed is not a reason to report failure.
+    (void)::fsync(folder.descriptor());
+    return identity;
+}
+
+int removeStaleTemporaryFiles(const std::string& path)
+{
+    fs::path target;
+    try {
+        target = resolveSymbolicLinks(fs::path(path));
+    } catch (const std::system_error&) {
+        return 0;
+    }
+    const std::string name = target.filename().string();
+    DIR* folder = ::opendir(target.has_parent_path() ? target.parent_path().c_str() : ".");
+    if (!folder) {
+        return 0;
+    }
+    int removed = 0;
+    while (const dirent* entry = ::readdir(folder)) {
+        if (!isTemporaryNameFor(entry->d_name, name)) {
+            continue;
+        }
+        const int descriptor = ::openat(::dirfd(folder), entry->d_name,
+                                        O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC);
+        if (descriptor < 0) {
+            continue;
+        }
+        // A save in progress holds the lock; a killed one released it with its process.
+        if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0 &&
+            ::unlinkat(::dirfd(folder), entry->d_name, 0) == 0) {
+            ++removed;
+        }
+        ::close(descriptor);
+    }
+    ::closedir(folder);
+    return removed;
 }

@@ -70,6 +70,10 @@ void QBQuotesDBHelper::copyDefaultQuotesToQuotesDb(const std::optional<std::stri
     } else {
         // copy_options::none fails when the target exists: the seed never overwrites.
         fs::copy_file(*seedPath, *targetPath, fs::copy_options::none, code);
+        // The copy takes the installed seed's mode; the user's collection is theirs alone.
+        if (!code) {
+            fs::permissions(*targetPath, fs::perms::owner_read | fs::perms::owner_write, code);
+        }
     }
     if (code) {
         const std::string description = "Cannot copy '" + *seedPath + "' to '" +

@@ -1,5 +1,7 @@
 #include "core/QuotesReaderCallbacks.h"
 
+#include <stdexcept>
+
 QBQuotesReaderCallbacks::Role QBQuotesReaderCallbacks::roleOfMember(Role parent,
                                                                     const std::string& key)
 {
@@ -83,6 +85,10 @@ void QBQuotesReaderCallbacks::beginContainer(Kind kind)
 {
     if (!mStack.empty() && mStack.back().kind == Kind::Leaf) {
         mStack.pop_back();
+    }
+    if (mStack.size() >= kMaxNestingDepth) {
+        throw std::runtime_error("the document is nested more than " +
+                                 std::to_string(kMaxNestingDepth) + " levels deep");
     }
     // A container as "UID" or "Content" keeps the empty text its role started with.
     mStack.push_back({kind, openChild()});

@@ -13,6 +13,10 @@
 class QBQuotesReaderCallbacks
 {
 public:
+    // Deeper documents are refused: the parser recurses once per level, and a few hundred
+    // thousand "[" would overflow the stack. Real databases nest three levels.
+    static constexpr std::size_t kMaxNestingDepth = 512;
+
     struct Element
     {
         std::optional<std::string> uid;

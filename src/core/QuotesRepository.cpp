@@ -1,9 +1,14 @@
 #include "core/QuotesRepository.h"
-#include "core/DamagedFileCopy.h"
+#include "core/AtomicFileWriter.h"
+#include "core/KeptCopies.h"
 #include "logging/Log.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <exception>
+#include <string_view>
+#include <sys/stat.h>
+#include <unordered_set>
 
 namespace {
 
@@ -25,15 +30,16 @@ auto hasUID(const std::string& uid)
     return [&uid](const CQuoteRecord& record) { return record.mUID == uid; };
 }
 
-void keepCopyOfDamagedDatabase(const std::string& path)
+// Copies of a damaged database: three are enough to go back a few launches, and each
+// can be as large as the database.
+constexpr std::size_t kMaxDamagedCopies = 3;
+
+bool nothingAt(const std::string& path)
 {
-    try {
-        if (const auto copyPath = keepCopyOfDamagedFile(path)) {
-            logWarning("Kept a copy of the damaged quotes database at '%s'", copyPath->c_str());
-        }
-    } catch (const std::exception& error) {
-        logWarning("Failed to keep a copy of the damaged quotes database: %s", error.what());
-    }
+    struct stat status
+    {
+    };
+    return ::stat(path.c_str(), &status) != 0 && errno == ENOENT;
 }
 
 } // namespace
@@ -47,16 +53,28 @@ CQuotesRepository& CQuotesRepository::getInstance()
 bool CQuotesRepository::loadQuotes()
 {
     removeAllQuotes();
+    mKnownIdentity.reset();
+    mSaveRefusal.reset();
+    mSaveRefusalReported = false;
+    if (const int removed = removeStaleTemporaryFiles(mFilePath)) {
+        logInfo("Removed %d unfinished save files of '%s'", removed, mFilePath.c_str());
+    }
     try {
         mFileSystemPath = boost::filesystem::path(mFilePath);
-        readQuotesFile(mFileSystemPath.string(), mQuotes);
+        mKnownIdentity = readQuotesFile(mFileSystemPath.string(), mQuotes);
     } catch (...) {
         const std::string reason = currentExceptionReason();
         logWarningMessage("Failed to read quotes from disk");
         logDebug("Reading the quotes database failed: %s", reason.c_str());
-        // The next save writes what was read over the file, so keep the original.
-        keepCopyOfDamagedDatabase(mFilePath);
+        // The next save writes what was read over the file, so keep the original; when
+        // that is impossible, the file must not be overwritten at all.
+        if (keepCopyOfDamagedDatabase()) {
+            mKnownIdentity = fileIdentityAt(mFilePath);
+        } else if (!nothingAt(mFilePath)) {
+            mSaveRefusal = reason;
+        }
     }
+    giveRepeatedIdentifiersFreshOnes();
     logInfo("%d quotes read from database at '%s'", static_cast<int>(mQuotes.size()),
             mFilePath.c_str());
     return true;
@@ -65,15 +83,85 @@ bool CQuotesRepository::loadQuotes()
 bool CQuotesRepository::saveQuotes()
 {
     logInfoMessage("Saving quotes");
+    if (mSaveRefusal) {
+        refuseSave();
+        return true;
+    }
     try {
         mFileSystemPath = boost::filesystem::path(mFilePath);
-        writeQuotesFile(mFileSystemPath.string(), mQuotes);
+        mKnownIdentity =
+            writeQuotesFile(mFileSystemPath.string(), mQuotes, [this](const std::string& target) {
+                keepVersionOfOtherWriter(target);
+            });
     } catch (...) {
         const std::string reason = currentExceptionReason();
         logWarningMessage("Failed to write quotes to disk");
-        logDebug("Writing the quotes database failed: %s", reason.c_str());
+        logWarning("Writing the quotes database failed: %s", reason.c_str());
     }
     return true;
+}
+
+bool CQuotesRepository::keepCopyOfDamagedDatabase()
+{
+    try {
+        const std::optional<QBKeptCopy> copy =
+            keepCopyOfFile(mFilePath, "damaged", kMaxDamagedCopies);
+        if (copy && copy->alreadyKept) {
+            logInfo("A copy of the damaged quotes database is already kept at '%s'",
+                    copy->path.c_str());
+        } else if (copy) {
+            logWarning("Kept a copy of the damaged quotes database at '%s'", copy->path.c_str());
+        }
+        return copy.has_value();
+    } catch (const std::exception& error) {
+        logWarning("Failed to keep a copy of the damaged quotes database: %s", error.what());
+        return false;
+    }
+}
+
+void CQuotesRepository::refuseSave()
+{
+    logWarningMessage("Failed to write quotes to disk");
+    logWarning("Not saving over '%s' until it is fixed: it could not be read (%s) and no copy "
+               "of it could be kept",
+               mFilePath.c_str(), mSaveRefusal->c_str());
+    if (!mSaveRefusalReported && mSaveRefusedObserver) {
+        mSaveRefusalReported = true;
+        mSaveRefusedObserver(mFilePath, *mSaveRefusal);
+    }
+}
+
+void CQuotesRepository::keepVersionOfOtherWriter(const std::string& target)
+{
+    const std::optional<QBFileIdentity> current = fileIdentityAt(target);
+    if (!current || current == mKnownIdentity) {
+        return;
+    }
+    // Throws when no copy can be made, which cancels the save: their file stays.
+    if (const std::optional<QBKeptCopy> copy = keepCopyOfFile(target, "conflict")) {
+        logWarning("Another program changed the quotes database since it was read; kept its "
+                   "version at '%s'",
+                   copy->path.c_str());
+    }
+}
+
+void CQuotesRepository::giveRepeatedIdentifiersFreshOnes()
+{
+    // Removing a record removes every record with its identifier, but undo restores one.
+    std::unordered_set<std::string_view> seen;
+    seen.reserve(mQuotes.size());
+    for (std::size_t index = 0; index < mQuotes.size(); ++index) {
+        CQuoteRecord& record = mQuotes[index];
+        if (seen.insert(record.mUID).second) {
+            continue;
+        }
+        const std::string repeated = record.mUID;
+        do {
+            record.mUID = generateUUIDString();
+        } while (!seen.insert(record.mUID).second);
+        logInfo("The quote at index %d repeated the identifier '%s'; it is now '%s'",
+                static_cast<int>(index), repeated.c_str(), record.mUID.c_str());
+    }
 }
 
 CQuoteRecord* CQuotesRepository::addNewQuote()

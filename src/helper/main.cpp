@@ -2,12 +2,14 @@
 // prints the next quote for mail clients that run a command for every message.
 #include "core/AppIdentity.h"
 #include "helper/HelperCommands.h"
+#include "util/ProcessSafety.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
 int main(int argc, char* argv[])
 {
+    makeProcessSafe();
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QString::fromUtf8(qbidentity::kHelperProcessName));
     QCoreApplication::setApplicationVersion(QStringLiteral(QB_VERSION));

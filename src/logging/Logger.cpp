@@ -9,11 +9,17 @@
 #include <boost/log/utility/setup/common_attributes.hpp>
 #include <boost/log/utility/setup/console.hpp>
 
+#include <ext/stdio_filebuf.h>
+
+#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 #include <ctime>
-#include <fstream>
+#include <fcntl.h>
 #include <iostream>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace logging = boost::log;
 namespace expr = boost::log::expressions;
@@ -61,6 +67,35 @@ std::string localTimeStamp(const char* format)
     char buffer[64];
     const std::size_t length = std::strftime(buffer, sizeof buffer, format, &local);
     return std::string(buffer, length);
+}
+
+// An output stream over a file descriptor that it closes when it goes.
+class DescriptorOutputStream : public std::ostream
+{
+public:
+    explicit DescriptorOutputStream(int descriptor)
+        : std::ostream(nullptr), mBuffer(descriptor, std::ios::out | std::ios::app)
+    {
+        rdbuf(&mBuffer);
+    }
+
+private:
+    __gnu_cxx::stdio_filebuf<char> mBuffer;
+};
+
+// The log file, readable by its owner only when created. Opening never waits (a FIFO
+// without a reader fails instead of blocking), and a file that cannot be opened is
+// reported once on standard error, since the log cannot say so itself.
+boost::shared_ptr<std::ostream> openLogFile(const std::string& path)
+{
+    const int descriptor = ::open(
+        path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0600);
+    if (descriptor < 0) {
+        std::fprintf(stderr, "Cannot open the log file %s: %s\n", path.c_str(),
+                     std::strerror(errno));
+        return nullptr;
+    }
+    return boost::make_shared<DescriptorOutputStream>(descriptor);
 }
 
 } // namespace
@@ -132,19 +167,25 @@ void QBLogger::clearHistory()
 
 void QBLogger::setup(const std::string& path, unsigned long sizeLimitKiB, bool autoFlush)
 {
-    boost::system::error_code error;
-    const boost::filesystem::path filePath(path);
-    if (boost::filesystem::exists(filePath, error) &&
-        boost::filesystem::file_size(filePath, error) > sizeLimitKiB * 1024) {
-        boost::filesystem::remove(filePath, error);
+    // Only a plain file is ever deleted: a link, a FIFO or a device at the path stays.
+    struct stat status
+    {
+    };
+    if (::lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+        static_cast<unsigned long long>(status.st_size) > sizeLimitKiB * 1024ULL) {
+        ::unlink(path.c_str());
     }
     // A first launch has no Logs folder yet; without it the log would be lost.
+    const boost::filesystem::path filePath(path);
+    boost::system::error_code error;
     if (filePath.has_parent_path()) {
         boost::filesystem::create_directories(filePath.parent_path(), error);
     }
 
     auto backend = boost::make_shared<logging::sinks::text_ostream_backend>();
-    backend->add_stream(boost::make_shared<std::ofstream>(path, std::ios::out | std::ios::app));
+    if (auto stream = openLogFile(path)) {
+        backend->add_stream(stream);
+    }
     backend->auto_flush(autoFlush);
     auto sink = boost::make_shared<FileSink>(backend);
     sink->set_formatter(lineFormat());

@@ -62,9 +62,10 @@ bool SessionHistory::recordDayOfUse(const QString& day)
 
 void SessionHistory::recordSession(const StoredSession& session)
 {
-    for (StoredSession& stored : recentSessions) {
-        if (stored.startedAt == session.startedAt) {
-            stored.durationInSeconds = session.durationInSeconds;
+    // From the newest: the running session is the last entry, updated every second.
+    for (auto stored = recentSessions.rbegin(); stored != recentSessions.rend(); ++stored) {
+        if (stored->startedAt == session.startedAt) {
+            stored->durationInSeconds = session.durationInSeconds;
             return;
         }
     }

@@ -71,6 +71,7 @@ void SessionManager::startNewSession()
                     {{QStringLiteral("Tallyhub.Acquisition.firstSessionDate"), today}});
     }
     updateSessionDuration();
+    saveSessions();
     startTicker();
 }
 
@@ -88,13 +89,28 @@ void SessionManager::updateSessionDuration()
     }
     mHistory.recordSession(
         {mCurrentSessionStartedAt, static_cast<qint64>(mCurrentSessionDuration)});
-    persist(kRecentSessions, SessionHistory::encodeSessions(mHistory.recentSessions));
+    const bool saveIsDue =
+        !mSessionsSavedAt.isValid() || mSessionsSavedAt.secsTo(now) >= kSessionsSaveIntervalSeconds;
+    locker.unlock();
+    if (saveIsDue) {
+        saveSessions();
+    }
 }
 
 void SessionManager::applicationDidEnterBackground()
 {
     updateSessionDuration();
     stopTicker();
+    saveSessions();
+}
+
+void SessionManager::applicationWillTerminate()
+{
+    if (mTicker.isActive()) {
+        updateSessionDuration();
+    }
+    saveSessions();
+    waitForPersistence();
 }
 
 void SessionManager::applicationWillEnterForeground()
@@ -124,6 +140,19 @@ void SessionManager::waitForPersistence()
 void SessionManager::persist(const QString& key, const QVariant& value)
 {
     mPersistenceQueue.start([suite = mSuite, key, value] { suite->setObject(value, key); });
+}
+
+void SessionManager::saveSessions()
+{
+    mSessionsSavedAt = mClock->now();
+    QList<StoredSession> sessions;
+    {
+        QMutexLocker locker(&mMutex);
+        sessions = mHistory.recentSessions; // shared: the list is copied only when next changed
+    }
+    mPersistenceQueue.start([suite = mSuite, sessions = std::move(sessions)] {
+        suite->setObject(SessionHistory::encodeSessions(sessions), kRecentSessions);
+    });
 }
 
 void SessionManager::startTicker()

@@ -19,6 +19,9 @@ class QBUserDefaults;
 // Keeps the history of the application's sessions on this device in the client's
 // settings suite: starts sessions, measures their length with a 1-second ticker that
 // pauses in the background, and reports the acquisition and retention figures.
+// The ticker updates the history in memory only; the list of sessions is written off
+// the main thread when a session starts, when the application goes to the background,
+// at exit and otherwise at most once a minute.
 // Lives on the main thread; retentionParameters() may be called from any thread.
 class SessionManager : public QObject
 {
@@ -35,11 +38,15 @@ public:
 
     // A new sessionID was assigned: the running session ends and a new one begins.
     void startNewSession();
-    // The ticker's action: adds the time since the last tick and stores the session
-    // once it has lasted a second.
+    static constexpr qint64 kSessionsSaveIntervalSeconds = 60;
+
+    // The ticker's action: adds the time since the last tick and records the session
+    // once it has lasted a second; saves the sessions when the last save is a minute old.
     void updateSessionDuration();
     void applicationDidEnterBackground();
     void applicationWillEnterForeground();
+    // Brings the running session up to date and saves the sessions; waits for the write.
+    void applicationWillTerminate();
 
     TelemetryParameters retentionParameters() const;
     SessionHistory history() const;
@@ -49,6 +56,8 @@ public:
 
 private:
     void persist(const QString& key, const QVariant& value);
+    // Encodes and writes the list of sessions on the persistence queue.
+    void saveSessions();
     void startTicker();
     void stopTicker();
 
@@ -61,6 +70,7 @@ private:
     QDateTime mCurrentSessionStartedAt; // guarded by mMutex
     double mCurrentSessionDuration = 0.0;
     std::optional<QDateTime> mSessionDurationLastUpdatedAt;
+    QDateTime mSessionsSavedAt;
 
     QTimer mTicker;
     // Serial, so the suite sees the writes in the order they were made.

@@ -17,15 +17,14 @@ template <typename Element> class SignalCache
 public:
     static constexpr qsizetype maximumNumberOfSignalsToPopAtOnce = 100;
     static constexpr qsizetype maximumNumberOfCachedSignals = 10000;
+    // 10,000 records of 6,400 bytes, several times the size of a record with the full
+    // default payload: a larger file was not written by this cache.
+    static constexpr qint64 maximumCacheFileBytes = 64'000'000;
 
-    // Loads and deletes the file at |filePath|; an empty path keeps the cache in memory.
+    // Keeps its records in the file at |filePath|; an empty path keeps them in memory.
     explicit SignalCache(QString filePath, std::optional<LogHandler> logHandler = std::nullopt)
         : mFilePath(std::move(filePath)), mLogHandler(std::move(logHandler))
-    {
-        if (!mFilePath.isEmpty()) {
-            loadFromFile();
-        }
-    }
+    {}
 
     void push(const Element& element) { push(QList<Element>{element}); }
 
@@ -85,14 +84,22 @@ public:
         }
     }
 
-private:
+    // Reads and deletes the file, putting its newest records before any already cached.
+    // A file that is not a regular file, or larger than the bound allows, is not read.
     void loadFromFile()
     {
-        QWriteLocker locker(&mLock);
+        if (mFilePath.isEmpty()) {
+            return;
+        }
         log(LogHandler::LogLevel::debug,
             QStringLiteral("Loading Telemetry cache from: ") + mFilePath);
-        const std::optional<QByteArray> bytes = qbsignalcachefile::takeContents(mFilePath);
+        QString problem;
+        const std::optional<QByteArray> bytes =
+            qbsignalcachefile::takeContents(mFilePath, maximumCacheFileBytes, problem);
         if (!bytes) {
+            if (!problem.isEmpty()) {
+                log(LogHandler::LogLevel::error, problem);
+            }
             return;
         }
         const std::optional<QList<Element>> loaded = Element::decodeList(*bytes);
@@ -101,10 +108,15 @@ private:
                 QStringLiteral("Discarded a damaged Telemetry cache file"));
             return;
         }
-        mCachedSignals.append(loaded->last(qMin(loaded->size(), maximumNumberOfCachedSignals)));
+        QWriteLocker locker(&mLock);
+        mCachedSignals =
+            loaded->last(qMin(loaded->size(), maximumNumberOfCachedSignals)) + mCachedSignals;
+        mCachedSignals.remove(
+            0, qMax<qsizetype>(0, mCachedSignals.size() - maximumNumberOfCachedSignals));
         log(LogHandler::LogLevel::debug, QStringLiteral("Loaded %1 signals").arg(loaded->size()));
     }
 
+private:
     void log(LogHandler::LogLevel level, const QString& message) const
     {
         if (mLogHandler) {

@@ -8,6 +8,12 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace qbsignalcachefile {
 
 QString defaultLocation()
@@ -20,13 +26,40 @@ QString defaultLocation()
            QStringLiteral("/telemetrysignalcache");
 }
 
-std::optional<QByteArray> takeContents(const QString& path)
+std::optional<QByteArray> takeContents(const QString& path, qint64 maximumBytes, QString& problem)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    const QByteArray nativePath = QFile::encodeName(path);
+    // Without O_NONBLOCK, opening a FIFO with no writer never returns.
+    const int descriptor = ::open(nativePath.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) {
+        if (errno != ENOENT) {
+            problem = QStringLiteral("Cannot open the Telemetry cache: ") +
+                      QString::fromLocal8Bit(std::strerror(errno));
+        }
         return std::nullopt;
     }
-    QByteArray bytes = file.readAll();
+    struct stat status
+    {
+    };
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) ||
+        status.st_size > maximumBytes) {
+        ::close(descriptor);
+        problem =
+            S_ISREG(status.st_mode)
+                ? QStringLiteral("Discarded a Telemetry cache file of %1 bytes").arg(status.st_size)
+                : QStringLiteral("Ignored a Telemetry cache that is not a regular file");
+        // Only a plain file is removed; whatever else sits there was not made by the cache.
+        if (S_ISREG(status.st_mode)) {
+            QFile::remove(path);
+        }
+        return std::nullopt;
+    }
+    QFile file;
+    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(descriptor);
+        return std::nullopt;
+    }
+    QByteArray bytes = file.read(maximumBytes);
     const bool readFailed = file.error() != QFileDevice::NoError;
     file.close();
     QFile::remove(path);

@@ -13,8 +13,10 @@ namespace qbsignalcachefile {
 QString defaultLocation();
 
 // Reads the whole file and deletes it at once, so a damaged file is never read twice.
-// Nothing when the file is missing or unreadable.
-std::optional<QByteArray> takeContents(const QString& path);
+// Nothing when the file is missing or unreadable, when it is not a regular file (a FIFO
+// would block the read), or when it holds more than |maximumBytes|; except for a missing
+// file, |problem| then says why.
+std::optional<QByteArray> takeContents(const QString& path, qint64 maximumBytes, QString& problem);
 
 // Replaces the file atomically (temporary file and rename); false on any failure.
 bool writeAtomically(const QString& path, const QByteArray& bytes);

@@ -6,6 +6,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QThread>
 
 namespace {
 using Level = LogHandler::LogLevel;
@@ -19,6 +20,9 @@ SignalManager::SignalManager(std::shared_ptr<SharedConfiguration> configuration,
 {
     mBuildQueue.setMaxThreadCount(1);
     mBuildQueue.setObjectName(QStringLiteral("com.tallyhub.SignalManager.build"));
+    // Read first on the serial queue: the window does not wait for a large file, and
+    // records built afterwards still come after the cached ones.
+    mBuildQueue.start([this] { mSignalCache.loadFromFile(); });
     connect(&mSendTimer, &QTimer::timeout, this,
             &SignalManager::attemptToSendNextBatchOfCachedSignals);
 }
@@ -51,6 +55,12 @@ void SignalManager::processSignal(const SignalRequest& request)
 
 void SignalManager::attemptToSendNextBatchOfCachedSignals()
 {
+    // The network client and the in-flight list belong to this object's thread.
+    if (QThread::currentThread() != thread()) {
+        QMetaObject::invokeMethod(this, &SignalManager::attemptToSendNextBatchOfCachedSignals,
+                                  Qt::QueuedConnection);
+        return;
+    }
     const TelemetryManagerConfiguration configuration = mConfiguration->snapshot();
     configuration.log(Level::debug,
                       QStringLiteral("Current signal cache count: %1").arg(mSignalCache.count()));
@@ -84,8 +94,11 @@ void SignalManager::appWillTerminate()
     mSendTimer.stop();
     // The outcome of a post still on its way is unknown; keeping its batch may send it
     // twice, dropping it may lose it. Twice is the lesser harm.
-    for (const QList<SignalPostBody>& batch : std::as_const(mBatchesInFlight)) {
-        mSignalCache.push(batch);
+    if (!mBatchesInFlightCached) {
+        mBatchesInFlightCached = true;
+        for (const QList<SignalPostBody>& batch : std::as_const(mBatchesInFlight)) {
+            mSignalCache.push(batch);
+        }
     }
     mSignalCache.saveToFile();
 }

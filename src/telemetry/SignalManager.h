@@ -27,7 +27,7 @@ public:
     static constexpr std::chrono::milliseconds kDefaultSendInterval{10000};
     static constexpr int kRequestTimeoutMilliseconds = 60000;
 
-    // Loads (and deletes) the cache file at |cacheFilePath|.
+    // Loads (and deletes) the cache file at |cacheFilePath| on the record-building thread.
     SignalManager(std::shared_ptr<SharedConfiguration> configuration, SignalRecordBuilder builder,
                   const QString& cacheFilePath, QObject* parent = nullptr);
     ~SignalManager() override;
@@ -36,7 +36,8 @@ public:
     void startSending(std::chrono::milliseconds interval = kDefaultSendInterval);
     // Returns at once; the record is built and cached on a background thread.
     void processSignal(const SignalRequest& request);
-    // The timer's action: posts the next batch, if any.
+    // The timer's action: posts the next batch, if any. From another thread the attempt
+    // is handed to this object's thread.
     void attemptToSendNextBatchOfCachedSignals();
     // Saves the cache, with any batch still on its way, to the cache file; later
     // replies are ignored. Never waits for the network.
@@ -65,6 +66,8 @@ private:
     std::unique_ptr<QNetworkAccessManager> mOwnNetworkAccessManager;
     QHash<QNetworkReply*, QList<SignalPostBody>> mBatchesInFlight;
     bool mTerminated = false;
+    // Batches on their way are added to the cache once, however often termination comes.
+    bool mBatchesInFlightCached = false;
     // Serial, so records reach the cache in the order they were requested.
     QThreadPool mBuildQueue;
 };

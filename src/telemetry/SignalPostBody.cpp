@@ -4,6 +4,8 @@
 #include <QJsonDocument>
 #include <QTimeZone>
 
+#include <cmath>
+
 namespace {
 const QString kReceivedAt = QStringLiteral("receivedAt");
 const QString kAppID = QStringLiteral("appID");
@@ -45,7 +47,8 @@ QJsonObject SignalPostBody::toJson() const
                        {kType, type},
                        {kPayload, payloadObject},
                        {kIsTestMode, isTestMode}};
-    if (floatValue) {
+    // JSON has no infinity or NaN; such a value is left out rather than written as null.
+    if (floatValue && std::isfinite(*floatValue)) {
         object.insert(kFloatValue, *floatValue);
     }
     return object;
@@ -61,7 +64,8 @@ std::optional<SignalPostBody> SignalPostBody::fromJson(const QJsonObject& object
     const QDateTime receivedAt = parseDate(object.value(kReceivedAt).toString());
     const std::optional<TelemetryParameters> payload = payloadFromJson(object.value(kPayload));
     const QJsonValue floatValue = object.value(kFloatValue);
-    if (!receivedAt.isValid() || !payload || !(floatValue.isUndefined() || floatValue.isDouble())) {
+    if (!receivedAt.isValid() || !payload ||
+        !(floatValue.isUndefined() || floatValue.isNull() || floatValue.isDouble())) {
         return std::nullopt;
     }
     SignalPostBody record;

@@ -23,7 +23,7 @@ SignalPostBody SignalRecordBuilder::build(const SignalRequest& request,
     const TelemetryParameters parameters = prefixedParameters(
         request.parameters, configuration.defaultParameterPrefix.value_or(QString()));
     if (request.checkReservedNames && configuration.reservedParameterWarningsEnabled) {
-        logReservedNameWarnings(type, parameters, configuration);
+        logReservedNameWarnings(request.signalName, parameters, configuration);
     }
 
     SignalPostBody record;
@@ -77,10 +77,11 @@ TelemetryParameters SignalRecordBuilder::prefixedParameters(const TelemetryParam
 }
 
 void SignalRecordBuilder::logReservedNameWarnings(
-    const QString& type, const TelemetryParameters& parameters,
+    const QString& signalName, const TelemetryParameters& parameters,
     const TelemetryManagerConfiguration& configuration)
 {
-    QStringList warnings{qbreservednames::warningForSignalName(type)};
+    // The name as the caller chose it: a prefix the configuration adds is not their doing.
+    QStringList warnings{qbreservednames::warningForSignalName(signalName)};
     for (auto it = parameters.keyBegin(); it != parameters.keyEnd(); ++it) {
         warnings.append(qbreservednames::warningForParameterKey(*it));
     }

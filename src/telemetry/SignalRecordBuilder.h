@@ -48,7 +48,8 @@ private:
                            const TelemetryManagerConfiguration& configuration) const;
     static TelemetryParameters prefixedParameters(const TelemetryParameters& parameters,
                                                   const QString& prefix);
-    static void logReservedNameWarnings(const QString& type, const TelemetryParameters& parameters,
+    static void logReservedNameWarnings(const QString& signalName,
+                                        const TelemetryParameters& parameters,
                                         const TelemetryManagerConfiguration& configuration);
 
     const Sources mSources;

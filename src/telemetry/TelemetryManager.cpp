@@ -117,11 +117,14 @@ void TelemetryManager::processRequest(SignalRequest request)
 void TelemetryManager::requestImmediateSync()
 {
     const QDateTime now = mClock->now();
-    if (!mSignalManager ||
-        mLastTimeImmediateSyncRequested.secsTo(now) <= kImmediateSyncThrottleSeconds) {
-        return;
+    {
+        QMutexLocker locker(&mImmediateSyncMutex);
+        if (!mSignalManager ||
+            mLastTimeImmediateSyncRequested.msecsTo(now) <= kImmediateSyncThrottleSeconds * 1000) {
+            return;
+        }
+        mLastTimeImmediateSyncRequested = now;
     }
-    mLastTimeImmediateSyncRequested = now;
     mSignalManager->attemptToSendNextBatchOfCachedSignals();
 }
 
@@ -147,6 +150,9 @@ void TelemetryManager::applicationWillEnterForeground()
 
 void TelemetryManager::appWillTerminate()
 {
+    if (mSessionManager) {
+        mSessionManager->applicationWillTerminate();
+    }
     if (mSignalManager) {
         mSignalManager->waitForPendingSignals();
         mSignalManager->appWillTerminate();

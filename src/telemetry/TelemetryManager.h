@@ -8,6 +8,7 @@
 #include "TelemetryTypes.h"
 
 #include <QDateTime>
+#include <QMutex>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -106,7 +107,8 @@ private:
     // Declared before the signal manager, whose record builder reads it.
     std::unique_ptr<SessionManager> mSessionManager;
     std::unique_ptr<SignalManager> mSignalManager;
-    QDateTime mLastTimeImmediateSyncRequested;
+    QMutex mImmediateSyncMutex;                // requests may come from any thread
+    QDateTime mLastTimeImmediateSyncRequested; // guarded by mImmediateSyncMutex
     QDateTime mLastDateAppEnteredBackground;
     bool mApplicationActive = false;
 };

@@ -16,18 +16,32 @@
 
 namespace {
 
-bool isAlphanumeric(QChar character)
+bool isAlphanumeric(char32_t codePoint)
 {
-    return character.isLetterOrNumber() || character.isMark();
+    return QChar::isLetterOrNumber(codePoint) || QChar::isMark(codePoint);
 }
 
-QString keepingOnly(const QString& text, bool (*keep)(QChar))
+bool isWhitespaceCodePoint(char32_t codePoint)
+{
+    return QChar::isSpace(codePoint);
+}
+
+// Filters by code point, so a letter outside the Basic Multilingual Plane (two UTF-16
+// units) is judged, kept or dropped whole.
+QString keepingOnly(const QString& text, bool (*keep)(char32_t))
 {
     QString result;
     result.reserve(text.size());
-    for (const QChar character : text) {
-        if (keep(character))
-            result.append(character);
+    const QStringView view(text);
+    for (qsizetype index = 0; index < view.size();) {
+        const bool pair = index + 1 < view.size() && view[index].isHighSurrogate() &&
+                          view[index + 1].isLowSurrogate();
+        const char32_t codePoint =
+            pair ? QChar::surrogateToUcs4(view[index], view[index + 1]) : view[index].unicode();
+        const qsizetype length = pair ? 2 : 1;
+        if (keep(codePoint))
+            result.append(view.mid(index, length));
+        index += length;
     }
     return result;
 }
@@ -149,7 +163,7 @@ QString stringByStrippingTrailingWhitespace(const QString& text)
 
 QString stringByRemovingAllWhitespace(const QString& text)
 {
-    return keepingOnly(text, isWhitespaceOrNewline);
+    return keepingOnly(text, isWhitespaceCodePoint);
 }
 
 QByteArray c_str(const QString& text)
@@ -159,8 +173,9 @@ QByteArray c_str(const QString& text)
 
 QString stringValidForFileNames(const QString& text)
 {
-    return keepingOnly(text, [](QChar character) {
-        return isAlphanumeric(character) || QStringView(u" ,.-+_").contains(character);
+    return keepingOnly(text, [](char32_t codePoint) {
+        return isAlphanumeric(codePoint) ||
+               (codePoint < 0x80 && QStringView(u" ,.-+_").contains(QChar(codePoint)));
     });
 }
 
@@ -279,6 +294,12 @@ double similarityToString(const QString& text, const QString& other)
 
 QString stringFromUnicodeCPPString(const std::string& bytes)
 {
+    // Qt's decoder drops a leading byte order mark; here it is text like any other, so
+    // that a quote comes back byte for byte.
+    static constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (std::string_view(bytes).starts_with(kByteOrderMark)) {
+        return QChar(0xFEFF) + stringFromUnicodeCPPString(bytes.substr(kByteOrderMark.size()));
+    }
     // One decoding pass for valid text; only a failed one pays for the repair.
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString decoded = decoder(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));

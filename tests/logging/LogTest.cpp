@@ -5,8 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryFile>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <iostream>
@@ -111,6 +116,41 @@ TEST_F(LogTest, SetupDeletesOnlyAFileLargerThan256000Bytes)
         qblog::removeLogFileSink();
         QFile::remove(logPath());
     }
+}
+
+TEST_F(LogTest, OnlyARegularFileIsEverDeletedAndAnUnopenableLogIsReportedOnce)
+{
+    const QByteArray path = QFile::encodeName(logPath());
+    QDir().mkpath(QFileInfo(logPath()).absolutePath());
+    // A FIFO without a reader: neither deleted nor waited for.
+    ASSERT_EQ(::mkfifo(path.constData(), 0600), 0);
+    qblog::setupLogging(logPath().toStdString(), 0);
+    struct stat status
+    {
+    };
+    EXPECT_TRUE(::lstat(path.constData(), &status) == 0 && S_ISFIFO(status.st_mode));
+    qblog::removeLogFileSink();
+    ASSERT_EQ(::unlink(path.constData()), 0);
+    // A link to /dev/null, whose size cannot be read, stays a link.
+    ASSERT_EQ(::symlink("/dev/null", path.constData()), 0);
+    qblog::setupLogging(logPath().toStdString(), 0);
+    EXPECT_TRUE(QFileInfo(logPath()).isSymLink());
+    qblog::removeLogFileSink();
+    ASSERT_EQ(::unlink(path.constData()), 0);
+
+    // A log that cannot be opened says so once on standard error.
+    QTemporaryFile captured;
+    ASSERT_TRUE(captured.open());
+    ASSERT_TRUE(writeFileBytes(logPath(), {})); // a file where the path needs a folder
+    const int savedError = ::dup(STDERR_FILENO);
+    ::dup2(captured.handle(), STDERR_FILENO);
+    qblog::setupLogging(logPath().toStdString() + "/inside-a-file");
+    ::dup2(savedError, STDERR_FILENO);
+    ::close(savedError);
+    qblog::removeLogFileSink();
+    const QByteArray reported = readFileBytes(captured.fileName());
+    EXPECT_EQ(reported.count('\n'), 1) << reported.constData();
+    EXPECT_TRUE(reported.startsWith("Cannot open the log file ")) << reported.constData();
 }
 
 TEST_F(LogTest, CallsBelowTheLevelLeaveNoTraceAnywhere)

@@ -4,6 +4,8 @@
 
 #include <QFileInfo>
 
+#include <sys/stat.h>
+
 using Cache = SignalCache<SignalPostBody>;
 
 TEST(SignalCacheTest, DropsTheOldestRecordsBeyondTenThousand)
@@ -39,9 +41,46 @@ TEST(SignalCacheTest, RecordsDecodeAsEncodedAndADamagedFileIsDeleted)
             "type":"t","payload":{"n":1},"isTestMode":"false"}])",
         R"([{"receivedAt":"yesterday","appID":"a","clientUser":"u","sessionID":"s",
             "type":"t","payload":{},"isTestMode":"false"}])"};
+    // JSON has no infinity: such a value is left out, and the other records survive.
+    records[0].floatValue = std::numeric_limits<double>::infinity();
+    records[1].floatValue = std::numeric_limits<double>::quiet_NaN();
+    const std::optional<QList<SignalPostBody>> decoded =
+        SignalPostBody::decodeList(SignalPostBody::encodeList(records));
+    ASSERT_TRUE(decoded && decoded->size() == 3);
+    EXPECT_FALSE(decoded->at(0).floatValue || decoded->at(1).floatValue);
+    EXPECT_EQ(decoded->at(2), records[2]);
+
     for (const QByteArray& bytes : damaged) {
         ASSERT_TRUE(writeFileBytes(path, bytes));
-        EXPECT_EQ(Cache(path).count(), 0) << bytes.constData();
+        Cache cache(path);
+        cache.loadFromFile();
+        EXPECT_EQ(cache.count(), 0) << bytes.constData();
         EXPECT_FALSE(QFileInfo::exists(path)) << bytes.constData();
     }
+}
+
+TEST(SignalCacheTest, OnlyARegularFileOfPlausibleSizeIsRead)
+{
+    QBTestHome home;
+    LogRecorder log;
+    const QString path = home.filePath(u"telemetrysignalcache"_s);
+    const QByteArray nativePath = QFile::encodeName(path);
+    ASSERT_EQ(::mkfifo(nativePath.constData(), 0600), 0);
+    Cache fifo(path, log.handler());
+    fifo.loadFromFile(); // returns at once instead of waiting for a writer
+    EXPECT_EQ(fifo.count(), 0);
+    EXPECT_TRUE(QFileInfo(path).exists()); // not ours to delete
+    ASSERT_TRUE(QFile::remove(path));
+
+    // A sparse file over the bound is discarded unread, however large.
+    QFile huge(path);
+    ASSERT_TRUE(huge.open(QIODevice::WriteOnly) && huge.resize(Cache::maximumCacheFileBytes + 1));
+    huge.close();
+    Cache oversized(path, log.handler());
+    oversized.loadFromFile();
+    EXPECT_EQ(oversized.count(), 0);
+    EXPECT_FALSE(QFileInfo::exists(path));
+    EXPECT_EQ(log.messages(LogHandler::LogLevel::error),
+              (QStringList{u"Ignored a Telemetry cache that is not a regular file"_s,
+                           u"Discarded a Telemetry cache file of 64000001 bytes"_s}));
 }

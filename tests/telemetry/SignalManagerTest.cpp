@@ -100,13 +100,17 @@ TEST_F(SignalManagerTest, RecordsSurviveARestartThroughTheCacheFileAndGoFirst)
     auto previousRun = makeManager();
     previousRun->signalManager()->signalCache().push(makeRecords(0, 103));
     previousRun->signalManager()->attemptToSendNextBatchOfCachedSignals();
-    // The first 100 are still on their way: saved too, without waiting for the outcome.
+    // The first 100 are still on their way: saved too, without waiting for the outcome,
+    // and only once however often termination is announced.
     previousRun->appWillTerminate();
+    previousRun->appWillTerminate();
+    EXPECT_EQ(previousRun->signalManager()->signalCache().count(), 103);
     previousRun.reset();
     ASSERT_TRUE(QFileInfo::exists(cachePath));
 
     configuration.apiBaseURL = server.baseURL();
     auto manager = makeManager();
+    manager->signalManager()->waitForPendingSignals(); // the file is read off the main thread
     EXPECT_FALSE(QFileInfo::exists(cachePath));
     manager->sendSignal(u"Fresh"_s);
     const QList<QJsonObject> records = sentRecords(*manager);

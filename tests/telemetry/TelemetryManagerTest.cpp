@@ -9,6 +9,8 @@
 #include <QTest>
 #include <QThread>
 
+#include <thread>
+
 namespace {
 using Level = LogHandler::LogLevel;
 using TelemetryManagerTest = TelemetryTest;
@@ -166,6 +168,29 @@ TEST_F(TelemetryManagerTest, ImmediateSyncRunsAtMostOncePerTenSeconds)
             QTest::qWaitFor([&signals_] { return signals_.batchesInFlight() == 0; }, 10000));
         EXPECT_EQ(server.requests().size(), expectedPosts) << "after +" << secondsLater << " s";
     }
+}
+
+TEST_F(TelemetryManagerTest, ImmediateSyncFromAnyThreadAfterMoreThanTenSecondsAndPrefixedNames)
+{
+    configuration.defaultSignalPrefix = u"App."_s;
+    auto manager = makeManager();
+    SignalManager& signals_ = *manager->signalManager();
+    signals_.signalCache().push(makeRecords(0, 1));
+    std::thread([&manager] { manager->requestImmediateSync(); }).join();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return server.requests().size() == 1; }, 10000));
+    ASSERT_TRUE(QTest::qWaitFor([&signals_] { return signals_.batchesInFlight() == 0; }, 10000));
+
+    clock->advance(10.5); // more than ten seconds, though not eleven
+    signals_.signalCache().push(makeRecords(1, 1));
+    manager->requestImmediateSync();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return server.requests().size() == 2; }, 10000));
+
+    // The reserved-name check sees the name the caller chose, not the prefixed type.
+    manager->sendSignal(u"type"_s);
+    EXPECT_EQ(valuesOf(sentRecords(*manager)).last(), u"App.type"_s);
+    EXPECT_EQ(log.messages(Level::error),
+              QStringList{u"Sending signal with reserved name 'type' will cause unexpected "
+                          "behavior. Please use another name instead."_s});
 }
 
 TEST_F(TelemetryManagerTest, BackgroundStayOfMoreThanThreeHundredSecondsStartsANewSession)

@@ -26,6 +26,10 @@ TEST(StringUtilitiesTest, CharacterFilters)
 {
     EXPECT_EQ(stringValidForFileNames(q(u"a/b:c d,e.f-g+h_i?\u00e9")), q(u"abc d,e.f-g+h_i\u00e9"));
     EXPECT_EQ(alphanumericString(q(u"R2-D2, \u00c5se!")), q(u"R2D2\u00c5se"));
+    // Letters outside the Basic Multilingual Plane are kept whole, symbols dropped whole.
+    EXPECT_EQ(alphanumericString(q(u"\U0001D400\U00020000 \U0001F600x")),
+              q(u"\U0001D400\U00020000x"));
+    EXPECT_EQ(stringValidForFileNames(q(u"\U00010400-\U0001F600.")), q(u"\U00010400-."));
     EXPECT_EQ(
         LMURLEncodedString(q(u"a b/:?#[]@!$&'()*+,;=%~\u00e9")),
         QStringLiteral("a%20b%2F%3A%3F%23%5B%5D%40%21%24%26%27%28%29%2A%2B%2C%3B%3D%25~%C3%A9"));
@@ -85,6 +89,9 @@ TEST(StringUtilitiesTest, DecodingRepairsInvalidUTF8WithAsterisks)
     EXPECT_EQ(stringFromUnicodeCPPString("a\xff" + std::string("b")), q(u"a*b"));
     EXPECT_EQ(stringFromUnicodeCPPString(std::string("\xc3\xa9")), q(u"\u00e9"));
     EXPECT_EQ(stringFromUnicodeCPPString(std::string("x\xe2\x82")), q(u"x*")); // cut short
+    // A leading byte order mark is part of the text, in valid and repaired input alike.
+    EXPECT_EQ(stringFromUnicodeCPPString(std::string("\xef\xbb\xbfhi")), QChar(0xFEFF) + q(u"hi"));
+    EXPECT_EQ(stringFromUnicodeCPPString(std::string("\xef\xbb\xbf\xff")), QChar(0xFEFF) + q(u"*"));
 }
 
 } // namespace

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <sys/stat.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+// What tells one version of a file from another without reading it: device and inode
+// (a replaced file is a new inode), size, and modification time to the nanosecond.
+struct QBFileIdentity
+{
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::int64_t size = 0;
+    std::int64_t modifiedSeconds = 0;
+    std::int64_t modifiedNanoseconds = 0;
+
+    static QBFileIdentity of(const struct stat& status);
+    bool operator==(const QBFileIdentity& other) const = default;
+};
+
+// The identity of the file at |path| (links followed); nothing when there is none.
+std::optional<QBFileIdentity> fileIdentityAt(const std::string& path);
+
+// Opens |path| for reading without blocking on a FIFO or device, and keeps it open only
+// when it is a regular file (links followed). Throws std::system_error otherwise.
+class QBRegularFileForReading
+{
+public:
+    explicit QBRegularFileForReading(const std::string& path);
+    ~QBRegularFileForReading();
+    QBRegularFileForReading(const QBRegularFileForReading&) = delete;
+    QBRegularFileForReading& operator=(const QBRegularFileForReading&) = delete;
+
+    const QBFileIdentity& identity() const { return mIdentity; }
+    // Up to |capacity| bytes; 0 at the end. Throws on a read error.
+    std::size_t read(char* buffer, std::size_t capacity);
+    // Everything from the current position to the end.
+    std::string readAll();
+
+private:
+    std::string mPath;
+    int mDescriptor = -1;
+    QBFileIdentity mIdentity;
+};
