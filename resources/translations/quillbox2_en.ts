@@ -26,6 +26,101 @@
         <extracomment>No field in dialog</extracomment>
         <translation type="unfinished"></translation>
     </message>
+    <message id="EditorFontMonospaced">
+        <source>Monospaced</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="EditorFontSystem">
+        <source>System</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="EditorFontSerif">
+        <source>Serif</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="EditorFontPopupToolTip">
+        <source>Font of the quote editor</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="EditorCancelEdit">
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="EditorConfirmEdit">
+        <source>Confirm</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="EditorNoQuotePlaceholder">
+        <source>Select a quote in the list, or add one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CommandChooseQuote">
+        <source>Use as Signature</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CommandAddQuote">
+        <source>Add Quote</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CommandRemoveQuote">
+        <source>Remove Quote</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CommandRemoveAllQuotes">
+        <source>Remove All Quotes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CommandEditQuote">
+        <source>Edit Quote</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CommandImportQuotes">
+        <source>Import Quotes…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CommandSettings">
+        <source>Settings…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CommandFindQuotes">
+        <source>Find Quotes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MenuQuotes">
+        <source>&amp;Quotes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesFilterPlaceholder">
+        <source>Filter quotes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="WindowTitleFormatString">
+        <source>%1 – %L2 quotes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesSuccessfullyImportedTitle">
+        <source>Quotes Imported</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesImported" numerus="yes">
+        <source>%n quote(s) were added to your collection.</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message id="NoOutputFileSpecified">
+        <source>No Output File Specified</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="PleaseSpecifyOutputFile">
+        <source>Please specify an output file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesListEmptyQuote">
+        <source>New Quote</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>MainMenu</name>

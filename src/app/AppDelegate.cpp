@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/MainMenu.h"
+#include "app/QuotesWindowController.h"
 #include "core/FolderHelper.h"
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
@@ -14,6 +15,7 @@
 #include "telemetry/TelemetryManager.h"
 #include "ui/AboutWindow.h"
 #include "ui/Alert.h"
+#include "ui/LaunchProbe.h"
 #include "util/UserDefaults.h"
 
 #include <QApplication>
@@ -25,7 +27,12 @@ QBAppDelegate::QBAppDelegate(QObject* parent) : QObject(parent) {}
 QBAppDelegate::~QBAppDelegate()
 {
     QBQuoteEditHelper::setYesNoQuestion({});
-    delete mWindow;
+    delete mQuotesWindowController;
+}
+
+QMainWindow* QBAppDelegate::window() const
+{
+    return mQuotesWindowController;
 }
 
 namespace {
@@ -68,12 +75,11 @@ void QBAppDelegate::applicationDidFinishLaunching()
 
     initializeQuotesDB();
 
-    // The value transformers of the quotes window's bindings join here with that window.
     QApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
     showMainWindow();
     installAlerts();
     if (TelemetryManager* telemetry = TelemetryManager::shared()) {
-        telemetry->setDisplayEnvironment(displayEnvironmentOf(*mWindow));
+        telemetry->setDisplayEnvironment(displayEnvironmentOf(*mQuotesWindowController));
     }
 
     QBUserDefaults::standardUserDefaults().registerDefaults(registeredDefaultSettings());
@@ -99,18 +105,18 @@ void QBAppDelegate::initializeQuotesDB()
 
 void QBAppDelegate::showMainWindow()
 {
-    // The quotes window takes this place when it lands; it gets the same menu.
-    mWindow = new QMainWindow;
-    mWindow->setObjectName(QStringLiteral("QBQuotesWindow"));
-    mWindow->setWindowTitle(QApplication::applicationDisplayName());
-    mWindow->resize(900, 600);
-    installMainMenu(*mWindow, *this);
-    mWindow->show();
+    // Commands follow the list's emptiness and selection inside the window itself, so
+    // there are no value transformers to register first.
+    mQuotesWindowController = new QBQuotesWindowController(&mUndoManager);
+    installMainMenu(*mQuotesWindowController, *this);
+    mQuotesWindowController->installQuotesMenu();
+    installLaunchProbe(mQuotesWindowController);
+    mQuotesWindowController->show();
 }
 
 void QBAppDelegate::installAlerts()
 {
-    QBAlert::shared().setParentWindow(mWindow);
+    QBAlert::shared().setParentWindow(mQuotesWindowController);
     QBQuoteEditHelper::setYesNoQuestion([](const QString& title, const QString& message, int style,
                                            std::function<void()> onYes,
                                            std::function<void()> onNo) {
@@ -134,7 +140,7 @@ void QBAppDelegate::showAboutWindow()
     if (!mAboutWindow) {
         // A child of the main window, so it never keeps the program alive on its own.
         mAboutWindow = new QBAboutWindow(QApplication::applicationDisplayName(),
-                                         QApplication::applicationVersion(), mWindow);
+                                         QApplication::applicationVersion(), mQuotesWindowController);
     }
     mAboutWindow->show();
     mAboutWindow->raise();

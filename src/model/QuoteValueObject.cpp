@@ -12,11 +12,13 @@ QBQuoteValueObject::QBQuoteValueObject(const QString& quoteUID, QObject* parent)
     registerForNotifications();
 }
 
-QBQuoteValueObject::QBQuoteValueObject(const CQuoteRecord& record, QObject* parent)
+QBQuoteValueObject::QBQuoteValueObject(const CQuoteRecord& record, UpdateDelivery delivery,
+                                       QObject* parent)
     : QObject(parent), mQuoteUID(QString::fromStdString(record.mUID))
 {
     takeContentFrom(record);
-    registerForNotifications();
+    if (delivery == UpdateDelivery::OwnRegistration)
+        registerForNotifications();
 }
 
 void QBQuoteValueObject::takeContentFrom(const CQuoteRecord& record)
