@@ -139,8 +139,9 @@ void QBAppDelegate::showAboutWindow()
 {
     if (!mAboutWindow) {
         // A child of the main window, so it never keeps the program alive on its own.
-        mAboutWindow = new QBAboutWindow(QApplication::applicationDisplayName(),
-                                         QApplication::applicationVersion(), mQuotesWindowController);
+        mAboutWindow =
+            new QBAboutWindow(QApplication::applicationDisplayName(),
+                              QApplication::applicationVersion(), mQuotesWindowController);
     }
     mAboutWindow->show();
     mAboutWindow->raise();

@@ -12,6 +12,7 @@
 
 #include "ui_QBQuotesEditorView.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QFocusEvent>
 #include <QFontDatabase>
@@ -78,27 +79,32 @@ void QBQuotesEditorViewController::setUpControls()
     connect(mUi->fontPopup, &QComboBox::activated, this,
             &QBQuotesEditorViewController::editorFontSelected);
 
-    // The buttons must not take the focus: that would end the edit before they act.
-    const auto setUpButton = [this](QToolButton* button, QStyle::StandardPixmap icon,
-                                    const QString& text, const QKeySequence& keys) {
+    // Actions rather than button shortcuts: a key acts at once instead of animating a
+    // click. The buttons must not take the focus, which would end the edit before they act.
+    const auto makeCommand = [this](QToolButton* button, QStyle::StandardPixmap icon,
+                                    const QString& text, const QKeySequence& keys,
+                                    void (QBQuotesEditorViewController::*slot)()) {
+        auto* action = new QAction(style()->standardIcon(icon), text, this);
+        action->setShortcut(keys);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        action->setToolTip(
+            QStringLiteral("%1 (%2)").arg(text, keys.toString(QKeySequence::NativeText)));
+        action->setEnabled(false);
+        connect(action, &QAction::triggered, this, slot);
+        addAction(action);
+        button->setDefaultAction(action);
         button->setFocusPolicy(Qt::NoFocus);
-        button->setIcon(style()->standardIcon(icon));
-        button->setText(text);
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-        button->setShortcut(keys);
-        button->setToolTip(QStringLiteral("%1 (%2)").arg(
-            text, keys.toString(QKeySequence::NativeText)));
-        button->setEnabled(false);
+        return action;
     };
     //% "Cancel"
-    setUpButton(mUi->cancelButton, QStyle::SP_DialogCancelButton, qtTrId("EditorCancelEdit"),
-                QKeySequence(Qt::Key_Escape));
+    mCancelAction =
+        makeCommand(mUi->cancelButton, QStyle::SP_DialogCancelButton, qtTrId("EditorCancelEdit"),
+                    QKeySequence(Qt::Key_Escape), &QBQuotesEditorViewController::forceReset);
     //% "Confirm"
-    setUpButton(mUi->confirmButton, QStyle::SP_DialogApplyButton, qtTrId("EditorConfirmEdit"),
-                QKeySequence(Qt::CTRL | Qt::Key_Return));
-    connect(mUi->confirmButton, &QToolButton::clicked, this, &QBQuotesEditorViewController::forceOk);
-    connect(mUi->cancelButton, &QToolButton::clicked, this,
-            &QBQuotesEditorViewController::forceReset);
+    mConfirmAction = makeCommand(
+        mUi->confirmButton, QStyle::SP_DialogApplyButton, qtTrId("EditorConfirmEdit"),
+        QKeySequence(Qt::CTRL | Qt::Key_Return), &QBQuotesEditorViewController::forceOk);
 
     QTextEdit* textView = mUi->quoteTextView;
     // Transparent, so the gradient and the drawing show behind the text.
@@ -123,13 +129,13 @@ void QBQuotesEditorViewController::registerForNotifications()
     mNotificationTracker.observeNotification(
         QBQuoteShouldUpdateNotification,
         [this](const QBNotification& notification) { editQuote(notification.userInfo); });
-    mNotificationTracker.observeNotification(QBQuoteDoubleClickedNotification,
-                                             [this](const QBNotification&) {
-                                                 mUi->quoteTextView->setFocus(Qt::OtherFocusReason);
-                                             });
     mNotificationTracker.observeNotification(
-        QBQuoteWillRemoveNotification,
-        [this](const QBNotification& notification) { handleWillRemoveQuote(notification.userInfo); });
+        QBQuoteDoubleClickedNotification,
+        [this](const QBNotification&) { mUi->quoteTextView->setFocus(Qt::OtherFocusReason); });
+    mNotificationTracker.observeNotification(QBQuoteWillRemoveNotification,
+                                             [this](const QBNotification& notification) {
+                                                 handleWillRemoveQuote(notification.userInfo);
+                                             });
 }
 
 bool QBQuotesEditorViewController::eventFilter(QObject* watched, QEvent* event)
@@ -158,7 +164,8 @@ void QBQuotesEditorViewController::showContent(const QString& content)
     mShowingContent = false;
 }
 
-void QBQuotesEditorViewController::updateActiveQuote(const std::shared_ptr<QBQuoteValueObject>& quote)
+void QBQuotesEditorViewController::updateActiveQuote(
+    const std::shared_ptr<QBQuoteValueObject>& quote)
 {
     if (mIsEditing)
         endEditing();
@@ -175,13 +182,13 @@ void QBQuotesEditorViewController::updateActiveQuote(const std::shared_ptr<QBQuo
     mCurrentQuote = quote;
     const bool hasQuote = mCurrentQuote != nullptr;
     if (hasQuote) {
-        mContentConnection = connect(mCurrentQuote.get(), &QBQuoteValueObject::contentChanged,
-                                     this, &QBQuotesEditorViewController::showContent);
+        mContentConnection = connect(mCurrentQuote.get(), &QBQuoteValueObject::contentChanged, this,
+                                     &QBQuotesEditorViewController::showContent);
     }
     showContent(hasQuote ? mCurrentQuote->content() : QString());
     mUi->quoteTextView->setReadOnly(!hasQuote);
-    mUi->confirmButton->setEnabled(hasQuote);
-    mUi->cancelButton->setEnabled(hasQuote);
+    mConfirmAction->setEnabled(hasQuote);
+    mCancelAction->setEnabled(hasQuote);
 }
 
 void QBQuotesEditorViewController::textDidBeginEditing()

@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class QAction;
 class QBUndoManager;
 class QComboBox;
 class QLabel;
@@ -84,5 +85,7 @@ private:
     QString mContentBeforeEditing;
     bool mIsEditing = false;
     bool mEditIsConfirmed = false;
+    QAction* mConfirmAction = nullptr;
+    QAction* mCancelAction = nullptr;
     bool mShowingContent = false; // the text view changes because the quote did
 };

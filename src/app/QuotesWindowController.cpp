@@ -63,7 +63,8 @@ QListView* QBQuotesWindowController::quotesListView() const
 void QBQuotesWindowController::createActions()
 {
     const auto makeAction = [this](QAction*& action, const char* name, const QString& text,
-                                   const QKeySequence& keys, void (QBQuotesWindowController::*slot)()) {
+                                   const QKeySequence& keys,
+                                   void (QBQuotesWindowController::*slot)()) {
         action = new QAction(text, this);
         action->setObjectName(QString::fromLatin1(name));
         action->setShortcut(keys);
@@ -85,8 +86,8 @@ void QBQuotesWindowController::createActions()
                QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete),
                &QBQuotesWindowController::removeAllQuotes);
     //% "Edit Quote"
-    makeAction(mEditAction, "editQuoteAction", qtTrId("CommandEditQuote"),
-               QKeySequence(Qt::Key_F2), &QBQuotesWindowController::handleQuoteListDoubleClick);
+    makeAction(mEditAction, "editQuoteAction", qtTrId("CommandEditQuote"), QKeySequence(Qt::Key_F2),
+               &QBQuotesWindowController::handleQuoteListDoubleClick);
     //% "Import Quotes…"
     makeAction(mImportAction, "importQuotesAction", qtTrId("CommandImportQuotes"),
                QKeySequence(Qt::CTRL | Qt::Key_I), &QBQuotesWindowController::startBatchImport);
@@ -187,9 +188,8 @@ void QBQuotesWindowController::restoreSplitter()
 void QBQuotesWindowController::registerForNotifications()
 {
     QBNotificationObserverTracker& tracker = mNotificationTracker;
-    tracker.observeNotification(QBQuoteAddedNotification, [this](const QBNotification& n) {
-        handleQuoteAdded(n.userInfo);
-    });
+    tracker.observeNotification(QBQuoteAddedNotification,
+                                [this](const QBNotification& n) { handleQuoteAdded(n.userInfo); });
     tracker.observeNotification(QBQuoteRemovedNotification, [this](const QBNotification& n) {
         handleQuoteRemoved(n.userInfo);
     });
@@ -197,9 +197,10 @@ void QBQuotesWindowController::registerForNotifications()
                                 [this](const QBNotification&) { rebuildQuotesArray(); });
     tracker.observeNotification(QBWriteCurrentQuoteNotification,
                                 [this](const QBNotification&) { handleWriteCurrentQuote(); });
-    tracker.observeNotification(QBCheckForDuplicateQuotesNotification, [this](const QBNotification&) {
-        QBQuoteEditHelper::checkForDuplicateQuotesWithUndoManager(mUndoManager);
-    });
+    tracker.observeNotification(
+        QBCheckForDuplicateQuotesNotification, [this](const QBNotification&) {
+            QBQuoteEditHelper::checkForDuplicateQuotesWithUndoManager(mUndoManager);
+        });
     tracker.observeNotification(QBQuotesImportedNotification, [this](const QBNotification& n) {
         handleQuotesImported(n.userInfo);
     });
@@ -369,7 +370,9 @@ void QBQuotesWindowController::chooseQuote()
     if (quote == nullptr)
         return;
     logInfoMessage(QStringLiteral("Making <%1> the current signature").arg(quote->quoteUID()));
-    if (!QBUserDefaults::standardUserDefaults().stringForKey(QBDefaultsSignatureOutputPath).isEmpty()) {
+    if (!QBUserDefaults::standardUserDefaults()
+             .stringForKey(QBDefaultsSignatureOutputPath)
+             .isEmpty()) {
         QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(quote->content());
         return;
     }
@@ -384,7 +387,8 @@ void QBQuotesWindowController::handleWriteCurrentQuote()
     const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote();
     const QString content = quote != nullptr ? quote->content() : QStringLiteral("...");
     if (!QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(content)) {
-        logWarningMessage(QStringLiteral("Failed to write current quote - bookmark may be invalid"));
+        logWarningMessage(
+            QStringLiteral("Failed to write current quote - bookmark may be invalid"));
         chooseQuote();
     }
 }

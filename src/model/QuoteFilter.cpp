@@ -4,13 +4,12 @@
 
 QBQuoteFilter::QBQuoteFilter(const QString& filterText)
     : mWords(fold(filterText).simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts))
-{
-}
+{}
 
 QString QBQuoteFilter::fold(const QString& text)
 {
-    const bool ascii = std::all_of(text.cbegin(), text.cend(),
-                                   [](QChar c) { return c.unicode() < 0x80; });
+    const bool ascii =
+        std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() < 0x80; });
     if (ascii)
         return text.toLower(); // the common case: no accents to strip
     QString folded;

@@ -14,8 +14,7 @@ class CQuoteRecord;
 // The bindable view of one quote: its UID and a copy of its text. A user edit arrives
 // as setContent(), which asks the model to commit it (QBQuoteShouldUpdateNotification)
 // instead of writing the repository itself.
-class QBQuoteValueObject : public QObject,
-                           public std::enable_shared_from_this<QBQuoteValueObject>
+class QBQuoteValueObject : public QObject, public std::enable_shared_from_this<QBQuoteValueObject>
 {
     Q_OBJECT
     Q_PROPERTY(QString content READ content WRITE setContent NOTIFY contentChanged)

@@ -26,10 +26,10 @@ protected:
             auto* view = static_cast<QWidget*>(watched);
             QPainter painter(view);
             QLinearGradient gradient(0, 0, 0, view->height());
-            gradient.setColorAt(0, QBNamedColors::color(QBNamedColors::Name::GradientTop,
-                                                        view->palette()));
-            gradient.setColorAt(1, QBNamedColors::color(QBNamedColors::Name::GradientBottom,
-                                                        view->palette()));
+            gradient.setColorAt(
+                0, QBNamedColors::color(QBNamedColors::Name::GradientTop, view->palette()));
+            gradient.setColorAt(
+                1, QBNamedColors::color(QBNamedColors::Name::GradientBottom, view->palette()));
             painter.fillRect(view->rect(), gradient);
         }
         return false;
@@ -52,8 +52,8 @@ void QBAppearanceHelper::setGradientBackground(QWidget* view)
 
 QString QBAppearanceHelper::imagePath(const QString& name)
 {
-    const QString folder = QString::fromStdString(
-        (QBBundle::mainBundle().resourcePath() / "images").string());
+    const QString folder =
+        QString::fromStdString((QBBundle::mainBundle().resourcePath() / "images").string());
     for (const char* suffix : {".svg", ".png"}) {
         const QString path = folder + QLatin1Char('/') + name + QLatin1String(suffix);
         if (QFileInfo::exists(path))
@@ -69,8 +69,10 @@ QImage QBAppearanceHelper::tintedImage(const QString& name, const QWidget* view,
     if (path.isEmpty() || view == nullptr)
         return QImage();
     const qreal ratio = view->devicePixelRatioF();
-    QImage image = QIcon(path).pixmap(QSize(size, size), ratio).toImage().convertToFormat(
-        QImage::Format_ARGB32_Premultiplied);
+    QImage image = QIcon(path)
+                       .pixmap(QSize(size, size), ratio)
+                       .toImage()
+                       .convertToFormat(QImage::Format_ARGB32_Premultiplied);
     QPainter painter(&image);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     QColor tint = QBNamedColors::color(QBNamedColors::Name::OverlayTint, view->palette());
