@@ -104,9 +104,9 @@
     </message>
     <message id="QuotesImported" numerus="yes">
         <source>%n quote(s) were added to your collection.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n quote was added to your collection.</numerusform>
+            <numerusform>%n quotes were added to your collection.</numerusform>
         </translation>
     </message>
     <message id="NoOutputFileSpecified">

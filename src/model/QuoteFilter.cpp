@@ -19,7 +19,16 @@ QString QBQuoteFilter::fold(const QString& text)
         if (c.category() != QChar::Mark_NonSpacing && c.category() != QChar::Mark_Enclosing)
             folded.append(c);
     }
-    return folded.toCaseFolded();
+    folded = folded.toCaseFolded();
+    // Letters that neither decompose nor fold to what people type on a plain keyboard.
+    static const std::pair<char16_t, const char*> kSpelledOut[] = {{u'\u00DF', "ss"},
+                                                                   {u'\u0153', "oe"},
+                                                                   {u'\u00E6', "ae"},
+                                                                   {u'\u00F8', "o"},
+                                                                   {u'\u0142', "l"}};
+    for (const auto& [letter, spelling] : kSpelledOut)
+        folded.replace(QChar(letter), QLatin1String(spelling));
+    return folded;
 }
 
 bool QBQuoteFilter::matches(const QString& foldedText) const

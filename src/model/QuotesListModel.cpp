@@ -124,6 +124,7 @@ void QBQuotesListModel::arrange(bool narrowOnly)
             keepIfMatching(index);
     }
     mRows = std::move(rows);
+    mArrangedGeneration = mSource->contentGeneration();
 }
 
 void QBQuotesListModel::setFilterText(const QString& text)
@@ -131,7 +132,9 @@ void QBQuotesListModel::setFilterText(const QString& text)
     if (text == mFilterText || mSource == nullptr)
         return;
     QBQuoteFilter filter(text);
-    const bool narrowOnly = !mFilter.isEmpty() && mFilter.isNarrowedBy(filter);
+    // Narrowing may look at the shown rows only, unless a hidden quote changed meanwhile.
+    const bool narrowOnly = !mFilter.isEmpty() && mFilter.isNarrowedBy(filter) &&
+                            mArrangedGeneration == mSource->contentGeneration();
     beginResetModel();
     mFilterText = text;
     mFilter = std::move(filter);

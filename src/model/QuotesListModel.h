@@ -50,6 +50,7 @@ private:
     QBQuoteFilter mFilter;
     // Source indices of the rows, ascending; unused while the filter is empty.
     std::vector<qsizetype> mRows;
+    quint64 mArrangedGeneration = 0; // the source's content generation mRows reflect
     // Folded text per source index, with the text it was folded from to spot edits.
     struct Folded
     {

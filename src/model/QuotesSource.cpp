@@ -33,6 +33,7 @@ void QBQuotesSource::indexByUID()
 
 void QBQuotesSource::deliverQuoteDidUpdate(const QBNotification& notification)
 {
+    ++mContentGeneration;
     // The repository never holds two records of one UID, so the first object is the one.
     if (QBQuoteValueObject* object =
             mFirstObjectByUID.value(notification.userInfo.value(QBKeyQuoteUID).toString()))

@@ -30,6 +30,8 @@ public:
     std::shared_ptr<QBQuoteValueObject> valueObjectForQuoteUID(const QString& quoteUID) const;
     // Position of |object| in quotes(), or -1.
     qsizetype indexOfValueObject(const QBQuoteValueObject* object) const;
+    // Counts the quote updates delivered, so a filtered list knows when to look again.
+    quint64 contentGeneration() const { return mContentGeneration; }
     // Drops the objects at |sortedIndices| (ascending, no repeats) in one pass.
     void removeValueObjectsAt(const std::vector<qsizetype>& sortedIndices);
 
@@ -45,4 +47,5 @@ private:
     QuoteList mQuotes;
     QHash<QString, QBQuoteValueObject*> mFirstObjectByUID;
     QBNotificationObserverTracker mNotificationTracker;
+    quint64 mContentGeneration = 0;
 };
