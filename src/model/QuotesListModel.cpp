@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace {
 
@@ -151,10 +152,19 @@ void QBQuotesListModel::removeObjects(const std::vector<const QBQuoteValueObject
         return;
     std::vector<qsizetype> removed;
     removed.reserve(objects.size());
-    for (const QBQuoteValueObject* object : objects) {
-        const qsizetype index = mSource->indexOfValueObject(object);
-        if (index >= 0)
-            removed.push_back(index);
+    if (objects.size() < 16) {
+        for (const QBQuoteValueObject* object : objects) {
+            const qsizetype index = mSource->indexOfValueObject(object);
+            if (index >= 0)
+                removed.push_back(index);
+        }
+    } else { // one pass instead of one search per object
+        const std::unordered_set<const QBQuoteValueObject*> doomed(objects.begin(), objects.end());
+        const auto& quotes = mSource->quotes();
+        for (std::size_t index = 0; index < quotes.size(); ++index) {
+            if (doomed.contains(quotes[index].get()))
+                removed.push_back(qsizetype(index));
+        }
     }
     std::sort(removed.begin(), removed.end());
     removed.erase(std::unique(removed.begin(), removed.end()), removed.end());
@@ -184,8 +194,11 @@ void QBQuotesListModel::removeObjects(const std::vector<const QBQuoteValueObject
     if (mFolded.size() == mSource->quotes().size()) {
         std::size_t kept = 0;
         for (std::size_t index = 0; index < mFolded.size(); ++index) {
-            if (!std::binary_search(removed.begin(), removed.end(), qsizetype(index)))
-                mFolded[kept++] = std::move(mFolded[index]);
+            if (std::binary_search(removed.begin(), removed.end(), qsizetype(index)))
+                continue;
+            if (kept != index)
+                mFolded[kept] = std::move(mFolded[index]);
+            ++kept;
         }
         mFolded.resize(kept);
     }
