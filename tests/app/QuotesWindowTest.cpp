@@ -246,6 +246,26 @@ TEST_F(QuotesWindowTest, RemoveDropsTheSelectedRowAndRemoveAllIsUndoneInOneStep)
     EXPECT_EQ(savedQuotes().size(), std::size_t(mSeedCount - 1));
 }
 
+TEST_F(QuotesWindowTest, DuplicatesGoInOneStepTheSelectionStaysAndOneUndoBringsThemBack)
+{
+    const QString second = savedQuotes().at(uidOfRow(1));
+    QBQuoteEditHelper::addQuotesFromStringArray({second, savedQuotes().at(uidOfRow(3)), second});
+    ASSERT_EQ(rows(), mSeedCount + 3);
+    clickRow(2);
+    const QString selected = uidOfRow(2);
+    QBQuoteEditHelper::removeDuplicateQuotesWithUndoManager(&mDelegate.undoManager());
+    EXPECT_EQ(rows(), mSeedCount);
+    EXPECT_EQ(savedQuotes().size(), std::size_t(mSeedCount));
+    EXPECT_EQ(mWindow->selectedQuote()->quoteUID(), selected);
+    EXPECT_EQ(mEditor->currentQuote()->quoteUID(), selected);
+
+    mDelegate.undoManager().undo();
+    EXPECT_EQ(rows(), mSeedCount + 3);
+    EXPECT_EQ(savedQuotes().size(), std::size_t(mSeedCount + 3));
+    EXPECT_EQ(mWindow->selectionIndex(), mSeedCount + 2); // the last row, as after an add
+    EXPECT_EQ(mWindow->quotesArrayController().objectAtRow(mSeedCount + 2)->content(), second);
+}
+
 TEST_F(QuotesWindowTest, ChoosingAQuoteWritesTheSignatureFileOrAsksForAnOutputFile)
 {
     const QString signature = mHome.filePath(QStringLiteral("Mail/signature.txt"));
