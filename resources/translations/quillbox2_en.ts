@@ -121,6 +121,18 @@
         <source>New Quote</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="ButtonRemoveAllQuotes">
+        <source>Remove All</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="ButtonImportQuotes">
+        <source>Import…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="ButtonSettings">
+        <source>Settings…</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>MainMenu</name>

@@ -60,6 +60,17 @@ QListView* QBQuotesWindowController::quotesListView() const
     return mUi->quotesListView;
 }
 
+void QBQuotesWindowController::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    // Without a stored position the list starts at a third of the window, once the
+    // window has its real width.
+    if (!std::exchange(mSplitterRestored, true)) {
+        const int listWidth = qMax(width() / 3, mUi->listPanel->minimumSizeHint().width());
+        mUi->splitter->setSizes({listWidth, qMax(0, mUi->splitter->width() - listWidth)});
+    }
+}
+
 void QBQuotesWindowController::createActions()
 {
     const auto makeAction = [this](QAction*& action, const char* name, const QString& text,
@@ -105,30 +116,29 @@ void QBQuotesWindowController::createActions()
         action->setToolTip(QStringLiteral("%1 (%2)").arg(
             action->text(), action->shortcut().toString(QKeySequence::NativeText)));
     }
-    // Buttons act like the menu items; they never take the focus from the editor.
-    const auto bind = [](QToolButton* button, QAction* action, const QString& label) {
-        button->setDefaultAction(action);
-        button->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    // Buttons act like the menu items and follow their enabling; they never take the
+    // focus from the editor. Their labels are short: the list is narrow.
+    const auto bind = [](QAbstractButton* button, QAction* action, const QString& label) {
+        button->setText(label);
+        button->setToolTip(action->toolTip());
         button->setFocusPolicy(Qt::NoFocus);
-        if (!label.isEmpty())
-            button->setText(label);
+        button->setEnabled(action->isEnabled());
+        connect(button, &QAbstractButton::clicked, action, &QAction::trigger);
+        connect(action, &QAction::changed, button,
+                [button, action] { button->setEnabled(action->isEnabled()); });
     };
     bind(mUi->addButton, mAddAction, QStringLiteral("+"));
     bind(mUi->removeButton, mRemoveAction, QStringLiteral("\u2212"));
-    bind(mUi->removeAllButton, mRemoveAllAction, QString());
-    bind(mUi->importButton, mImportAction, QString());
-    bind(mUi->settingsButton, mSettingsAction, QString());
-    for (QToolButton* button : {mUi->addButton, mUi->removeButton})
+    //% "Remove All"
+    bind(mUi->removeAllButton, mRemoveAllAction, qtTrId("ButtonRemoveAllQuotes"));
+    //% "Import…"
+    bind(mUi->importButton, mImportAction, qtTrId("ButtonImportQuotes"));
+    //% "Settings…"
+    bind(mUi->settingsButton, mSettingsAction, qtTrId("ButtonSettings"));
+    for (QAbstractButton* button : {mUi->addButton, mUi->removeButton})
         button->setMinimumWidth(button->sizeHint().height() * 3 / 2);
-
-    QPushButton* choose = mUi->chooseQuoteButton;
-    choose->setText(mChooseAction->text());
-    choose->setToolTip(mChooseAction->toolTip());
-    choose->setIcon(style()->standardIcon(QStyle::SP_DialogApplyButton));
-    choose->setFocusPolicy(Qt::NoFocus);
-    connect(choose, &QPushButton::clicked, mChooseAction, &QAction::trigger);
-    connect(mChooseAction, &QAction::changed, choose,
-            [this, choose] { choose->setEnabled(mChooseAction->isEnabled()); });
+    bind(mUi->chooseQuoteButton, mChooseAction, mChooseAction->text());
+    mUi->chooseQuoteButton->setIcon(style()->standardIcon(QStyle::SP_DialogApplyButton));
 }
 
 void QBQuotesWindowController::installQuotesMenu()
@@ -176,9 +186,9 @@ void QBQuotesWindowController::restoreSplitter()
 {
     const QByteArray state =
         QBUserDefaults::standardUserDefaults().objectForKey(kSplitterStateKey).toByteArray();
-    if (state.isEmpty() || !mUi->splitter->restoreState(state))
-        mUi->splitter->setSizes({340, 620});
-    mUi->splitter->setStretchFactor(1, 1);
+    mSplitterRestored = !state.isEmpty() && mUi->splitter->restoreState(state);
+    mUi->splitter->setStretchFactor(0, 0);
+    mUi->splitter->setStretchFactor(1, 1); // the editor takes what the window gains
     connect(mUi->splitter, &QSplitter::splitterMoved, this, [this] {
         QBUserDefaults::standardUserDefaults().setObject(mUi->splitter->saveState(),
                                                          kSplitterStateKey);

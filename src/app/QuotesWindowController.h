@@ -61,6 +61,9 @@ public:
     void handleQuotesImported(const QVariantMap& userInfo);
     void handleWriteCurrentQuote();
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     void createActions();
     void setUpList();
@@ -88,6 +91,7 @@ private:
     std::weak_ptr<QBQuoteValueObject> mLastSelected;
     bool mHadSelection = false;
     bool mRearranging = false;
+    bool mSplitterRestored = false;
 
     bool mRebuildPending = false;
     bool mSelectLastPending = false;
