@@ -23,8 +23,9 @@ QBQuoteValueObject::QBQuoteValueObject(const CQuoteRecord& record, UpdateDeliver
 
 void QBQuoteValueObject::takeContentFrom(const CQuoteRecord& record)
 {
-    mSummaryContent = record.description();
     mContent = stringFromUnicodeCPPString(record.mContent);
+    mRecordAddress = &record;
+    mContentAtCreation = mContent;
 }
 
 std::shared_ptr<QBQuoteValueObject>
@@ -35,7 +36,10 @@ QBQuoteValueObject::quoteValueObjectWithQuote(const QString& quoteUID)
 
 QString QBQuoteValueObject::summaryContent() const
 {
-    return stringFromUnicodeCPPString(mSummaryContent);
+    if (mRecordAddress == nullptr)
+        return QString();
+    return stringFromUnicodeCPPString(CQuoteRecord::describe(
+        mRecordAddress, mQuoteUID.toStdString(), mContentAtCreation.toStdString()));
 }
 
 CQuoteRecord* QBQuoteValueObject::quoteRecord() const

@@ -58,7 +58,10 @@ private:
     void takeContentFrom(const CQuoteRecord& record);
     void registerForNotifications();
 
-    std::string mSummaryContent; // kept as UTF-8: rarely read, made for every row
+    // The summary is written when asked for, from what the record was at creation: its
+    // address and text (sharing the content's buffer until the content changes).
+    const void* mRecordAddress = nullptr;
+    QString mContentAtCreation;
 
     QString mContent;
     const QString mQuoteUID;
