@@ -10,7 +10,8 @@ packages=(
   libboost-thread-dev libboost-system-dev
   libutfcpp-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  xvfb xauth
+  libqt6svg6
+  xvfb xauth xdotool qt6ct
   desktop-file-utils appstream
   libqt6svg6 dpkg-dev file fakeroot man-db
 )

@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/MainMenu.h"
+#include "app/QuotesWindowController.h"
 #include "core/FolderHelper.h"
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
@@ -14,6 +15,7 @@
 #include "telemetry/TelemetryManager.h"
 #include "ui/AboutWindow.h"
 #include "ui/Alert.h"
+#include "ui/LaunchProbe.h"
 #include "util/UserDefaults.h"
 
 #include <QApplication>
@@ -25,7 +27,12 @@ QBAppDelegate::QBAppDelegate(QObject* parent) : QObject(parent) {}
 QBAppDelegate::~QBAppDelegate()
 {
     QBQuoteEditHelper::setYesNoQuestion({});
-    delete mWindow;
+    delete mQuotesWindowController;
+}
+
+QMainWindow* QBAppDelegate::window() const
+{
+    return mQuotesWindowController;
 }
 
 namespace {
@@ -68,12 +75,11 @@ void QBAppDelegate::applicationDidFinishLaunching()
 
     initializeQuotesDB();
 
-    // The value transformers of the quotes window's bindings join here with that window.
     QApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
     showMainWindow();
     installAlerts();
     if (TelemetryManager* telemetry = TelemetryManager::shared()) {
-        telemetry->setDisplayEnvironment(displayEnvironmentOf(*mWindow));
+        telemetry->setDisplayEnvironment(displayEnvironmentOf(*mQuotesWindowController));
     }
 
     QBUserDefaults::standardUserDefaults().registerDefaults(registeredDefaultSettings());
@@ -99,25 +105,25 @@ void QBAppDelegate::initializeQuotesDB()
 
 void QBAppDelegate::showMainWindow()
 {
-    // The quotes window takes this place when it lands; it gets the same menu.
-    mWindow = new QMainWindow;
-    mWindow->setObjectName(QStringLiteral("QBQuotesWindow"));
-    mWindow->setWindowTitle(QApplication::applicationDisplayName());
-    mWindow->resize(900, 600);
-    installMainMenu(*mWindow, *this);
-    mWindow->show();
+    // Commands follow the list's emptiness and selection inside the window itself, so
+    // there are no value transformers to register first.
+    mQuotesWindowController = new QBQuotesWindowController(&mUndoManager);
+    installMainMenu(*mQuotesWindowController, *this);
+    mQuotesWindowController->installQuotesMenu();
+    installLaunchProbe(mQuotesWindowController);
+    mQuotesWindowController->show();
 }
 
 void QBAppDelegate::installAlerts()
 {
-    QBAlert::shared().setParentWindow(mWindow);
+    QBAlert::shared().setParentWindow(mQuotesWindowController);
     CQuotesRepository::getInstance().setSaveRefusedObserver(
         [](const std::string& path, const std::string& reason) {
             QBAlert::shared().warningWithTitle(
                 //% "Changes Cannot Be Saved"
                 qtTrId("QuotesCannotBeSavedTitle"),
                 //% "The quotes database at %1 could not be read (%2), so your changes cannot be
-                //saved until the file is fixed."
+                // saved until the file is fixed."
                 qtTrId("QuotesCannotBeSavedMessage")
                     .arg(QString::fromStdString(path), QString::fromStdString(reason)));
         });
@@ -143,8 +149,9 @@ void QBAppDelegate::showAboutWindow()
 {
     if (!mAboutWindow) {
         // A child of the main window, so it never keeps the program alive on its own.
-        mAboutWindow = new QBAboutWindow(QApplication::applicationDisplayName(),
-                                         QApplication::applicationVersion(), mWindow);
+        mAboutWindow =
+            new QBAboutWindow(QApplication::applicationDisplayName(),
+                              QApplication::applicationVersion(), mQuotesWindowController);
     }
     mAboutWindow->show();
     mAboutWindow->raise();
@@ -154,11 +161,12 @@ void QBAppDelegate::showAboutWindow()
 void QBAppDelegate::bringWindowToFront()
 {
     logInfoMessage("Another launch asked for the window; bringing it to the front.");
-    if (!mWindow) {
+    if (!mQuotesWindowController) {
         return;
     }
-    mWindow->setWindowState((mWindow->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
-    mWindow->show();
-    mWindow->raise();
-    mWindow->activateWindow();
+    mQuotesWindowController->setWindowState(
+        (mQuotesWindowController->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+    mQuotesWindowController->show();
+    mQuotesWindowController->raise();
+    mQuotesWindowController->activateWindow();
 }

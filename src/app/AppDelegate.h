@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/QuotesWindowController.h"
 #include "ui/AboutWindow.h"
 #include "util/UndoManager.h"
 
@@ -42,7 +43,8 @@ public:
     // <user library folder>/Logs/<process name>.log, or empty without a library folder.
     static QString getPathToLogFile();
 
-    QMainWindow* window() const { return mWindow; }
+    QMainWindow* window() const;
+    QBQuotesWindowController* quotesWindowController() const { return mQuotesWindowController; }
     QBAboutWindow* aboutWindowController() const { return mAboutWindow; }
     QBQuotesAutoSaver* autoSaver() const { return mAutoSaver.get(); }
     // The main window's undo manager, shared by every command that changes quotes.
@@ -54,7 +56,7 @@ private:
     void installAlerts();
 
     QBUndoManager mUndoManager;
-    QPointer<QMainWindow> mWindow;
+    QPointer<QBQuotesWindowController> mQuotesWindowController;
     QPointer<QBAboutWindow> mAboutWindow;
     std::unique_ptr<QBQuotesAutoSaver> mAutoSaver;
 };

@@ -1,6 +1,7 @@
 #include "app/MainMenu.h"
 
 #include "app/AppDelegate.h"
+#include "ui/HelpBook.h"
 
 #include <QAction>
 #include <QApplication>
@@ -42,6 +43,16 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
     QObject::connect(undoManager, &QBUndoManager::stackChanged, undo, followStacks);
 
     QMenu* helpMenu = window.menuBar()->addMenu(QApplication::translate("MainMenu", "&Help"));
+    // Without a help book in the bundle there is nothing to open, so no item either.
+    if (!QBHelpBook::helpURL().isEmpty()) {
+        //% "%1 Help"
+        QAction* help =
+            helpMenu->addAction(qtTrId("MenuHelpBook").arg(QApplication::applicationDisplayName()));
+        help->setObjectName(QStringLiteral("helpBookAction"));
+        help->setShortcut(QKeySequence::HelpContents);
+        QObject::connect(help, &QAction::triggered, [] { QBHelpBook::openHelpAnchor(); });
+        helpMenu->addSeparator();
+    }
     QAction* about = helpMenu->addAction(QApplication::translate("MainMenu", "&About %1")
                                              .arg(QApplication::applicationDisplayName()));
     about->setObjectName(QStringLiteral("aboutAction"));

@@ -14,10 +14,16 @@ CQuoteRecord::CQuoteRecord(const std::string& content, const std::string& uid)
 
 std::string CQuoteRecord::description() const
 {
+    return describe(this, mUID, mContent);
+}
+
+std::string CQuoteRecord::describe(const void* address, const std::string& uid,
+                                   const std::string& content)
+{
     // A fixed buffer keeps log lines about huge quotes short; the missing closing
     // brace is the established form of this text.
     char buffer[kDescriptionBufferSize];
-    std::snprintf(buffer, sizeof buffer, "<CQuoteRecord %p> { mUID = %s, mContent = %s",
-                  static_cast<const void*>(this), mUID.c_str(), mContent.c_str());
+    std::snprintf(buffer, sizeof buffer, "<CQuoteRecord %p> { mUID = %s, mContent = %s", address,
+                  uid.c_str(), content.c_str());
     return buffer;
 }

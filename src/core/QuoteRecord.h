@@ -13,6 +13,9 @@ public:
 
     // "<CQuoteRecord %p> { mUID = %s, mContent = %s", cut to 511 bytes.
     std::string description() const;
+    // The same text for a record that stood at |address| with |uid| and |content|.
+    static std::string describe(const void* address, const std::string& uid,
+                                const std::string& content);
 
     std::string mUID;
     std::string mContent;

@@ -51,6 +51,29 @@ groupByContent(const std::vector<CQuoteRecord>& records)
     return groups;
 }
 
+// Counts marked positions below an index in O(log n): how far a record has moved up
+// after the records marked before it were removed.
+class RemovedBelowCounter
+{
+public:
+    explicit RemovedBelowCounter(std::size_t size) : mTree(size + 1, 0) {}
+    void mark(std::size_t index)
+    {
+        for (std::size_t i = index + 1; i < mTree.size(); i += i & (~i + 1))
+            ++mTree[i];
+    }
+    std::uint32_t countBelow(std::size_t index) const
+    {
+        std::uint32_t count = 0;
+        for (std::size_t i = index; i > 0; i -= i & (~i + 1))
+            count += mTree[i];
+        return count;
+    }
+
+private:
+    std::vector<std::uint32_t> mTree;
+};
+
 } // namespace
 
 QObject* QBQuoteEditHelper::notificationSender()
@@ -185,8 +208,7 @@ void QBQuoteEditHelper::removeDuplicateQuotesWithUndoManager(QBUndoManager* undo
     if (undoManager != nullptr)
         undoManager->beginUndoGrouping();
     logInfo("Processing %d duplicates", static_cast<int>(duplicates.size()));
-    for (const std::string& uid : duplicates)
-        removeQuote(QString::fromStdString(uid), undoManager, true);
+    removeQuotes(duplicates, undoManager);
     if (undoManager != nullptr)
         undoManager->endUndoGrouping();
 }
@@ -208,6 +230,61 @@ void QBQuoteEditHelper::removeQuote(const QString& uid, QBUndoManager* undoManag
         postForQuote(QBQuoteWillRemoveNotification, uid);
     repository.removeQuote(key);
     if (notify && !uid.isNull()) {
+        postForQuote(QBQuoteRemovedNotification, uid);
+        QBTelemetryHelper::shared().trackQuoteRemoved();
+    }
+}
+
+void QBQuoteEditHelper::removeQuotes(const std::vector<std::string>& uids,
+                                     QBUndoManager* undoManager)
+{
+    // As removeQuote() for each UID in turn (the same undo steps with the same indices,
+    // the same notifications), but the records go in one pass at the end instead of
+    // one search and one shift of the whole collection per quote.
+    auto& records = CQuotesRepository::getInstance().mQuotes;
+    // Where each UID stands, every occurrence in order (the repository removes them all).
+    std::unordered_map<std::string_view, std::vector<std::size_t>> positions;
+    positions.reserve(uids.size());
+    for (const std::string& uid : uids)
+        positions.emplace(uid, std::vector<std::size_t>());
+    for (std::size_t index = 0; index < records.size(); ++index) {
+        const auto found = positions.find(records[index].mUID);
+        if (found != positions.end())
+            found->second.push_back(index);
+    }
+
+    RemovedBelowCounter removedBelow(records.size());
+    std::vector<bool> removed(records.size(), false);
+    std::vector<QString> removedUIDs;
+    removedUIDs.reserve(uids.size());
+    for (const std::string& uid : uids) {
+        std::vector<std::size_t>& occurrences = positions.at(uid);
+        if (occurrences.empty()) { // not stored, or removed by an earlier entry
+            logQuoteNotFound(QString::fromStdString(uid));
+            continue;
+        }
+        const std::size_t index = occurrences.front();
+        const auto currentIndex =
+            static_cast<std::uint32_t>(index - removedBelow.countBelow(index));
+        std::make_shared<QBRemoveQuoteAction>(undoManager, records[index], currentIndex)
+            ->registerUndo();
+        removedUIDs.push_back(QString::fromStdString(uid));
+        postForQuote(QBQuoteWillRemoveNotification, removedUIDs.back());
+        for (const std::size_t occurrence : std::exchange(occurrences, {})) {
+            removed[occurrence] = true;
+            removedBelow.mark(occurrence);
+        }
+    }
+    std::size_t kept = 0;
+    for (std::size_t index = 0; index < records.size(); ++index) {
+        if (removed[index])
+            continue;
+        if (kept != index)
+            records[kept] = std::move(records[index]);
+        ++kept;
+    }
+    records.resize(kept);
+    for (const QString& uid : removedUIDs) {
         postForQuote(QBQuoteRemovedNotification, uid);
         QBTelemetryHelper::shared().trackQuoteRemoved();
     }

@@ -44,5 +44,8 @@ public:
     static void removeDuplicateQuotesWithUndoManager(QBUndoManager* undoManager);
 
     static void removeQuote(const QString& uid, QBUndoManager* undoManager, bool notify);
+    // removeQuote() with notify set for each of |uids| in order, in one pass over the
+    // collection; the notifications of all removals come before all removed ones.
+    static void removeQuotes(const std::vector<std::string>& uids, QBUndoManager* undoManager);
     static void removeAllQuotesWithUndoManager(QBUndoManager* undoManager);
 };

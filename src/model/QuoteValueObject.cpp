@@ -12,17 +12,20 @@ QBQuoteValueObject::QBQuoteValueObject(const QString& quoteUID, QObject* parent)
     registerForNotifications();
 }
 
-QBQuoteValueObject::QBQuoteValueObject(const CQuoteRecord& record, QObject* parent)
+QBQuoteValueObject::QBQuoteValueObject(const CQuoteRecord& record, UpdateDelivery delivery,
+                                       QObject* parent)
     : QObject(parent), mQuoteUID(QString::fromStdString(record.mUID))
 {
     takeContentFrom(record);
-    registerForNotifications();
+    if (delivery == UpdateDelivery::OwnRegistration)
+        registerForNotifications();
 }
 
 void QBQuoteValueObject::takeContentFrom(const CQuoteRecord& record)
 {
-    mSummaryContent = record.description();
     mContent = stringFromUnicodeCPPString(record.mContent);
+    mRecordAddress = &record;
+    mContentAtCreation = mContent;
 }
 
 std::shared_ptr<QBQuoteValueObject>
@@ -33,7 +36,10 @@ QBQuoteValueObject::quoteValueObjectWithQuote(const QString& quoteUID)
 
 QString QBQuoteValueObject::summaryContent() const
 {
-    return stringFromUnicodeCPPString(mSummaryContent);
+    if (mRecordAddress == nullptr)
+        return QString();
+    return stringFromUnicodeCPPString(CQuoteRecord::describe(
+        mRecordAddress, mQuoteUID.toStdString(), mContentAtCreation.toStdString()));
 }
 
 CQuoteRecord* QBQuoteValueObject::quoteRecord() const

@@ -14,7 +14,7 @@ class CQuoteRecord;
 // The bindable view of one quote: its UID and a copy of its text. A user edit arrives
 // as setContent(), which asks the model to commit it (QBQuoteShouldUpdateNotification)
 // instead of writing the repository itself.
-class QBQuoteValueObject : public QObject
+class QBQuoteValueObject : public QObject, public std::enable_shared_from_this<QBQuoteValueObject>
 {
     Q_OBJECT
     Q_PROPERTY(QString content READ content WRITE setContent NOTIFY contentChanged)
@@ -22,8 +22,18 @@ class QBQuoteValueObject : public QObject
 
 public:
     explicit QBQuoteValueObject(const QString& quoteUID, QObject* parent = nullptr);
+    // Who delivers QBQuoteDidUpdateNotification to the object: its own registration, or
+    // the quotes source that made it (one look-up per update instead of one call per
+    // listed quote).
+    enum class UpdateDelivery
+    {
+        OwnRegistration,
+        ThroughSource
+    };
     // For callers that already hold the record: saves looking it up again.
-    explicit QBQuoteValueObject(const CQuoteRecord& record, QObject* parent = nullptr);
+    explicit QBQuoteValueObject(const CQuoteRecord& record,
+                                UpdateDelivery delivery = UpdateDelivery::OwnRegistration,
+                                QObject* parent = nullptr);
     static std::shared_ptr<QBQuoteValueObject> quoteValueObjectWithQuote(const QString& quoteUID);
 
     // The record's description taken at creation; it goes stale after an edit.
@@ -48,7 +58,10 @@ private:
     void takeContentFrom(const CQuoteRecord& record);
     void registerForNotifications();
 
-    std::string mSummaryContent; // kept as UTF-8: rarely read, made for every row
+    // The summary is written when asked for, from what the record was at creation: its
+    // address and text (sharing the content's buffer until the content changes).
+    const void* mRecordAddress = nullptr;
+    QString mContentAtCreation;
 
     QString mContent;
     const QString mQuoteUID;

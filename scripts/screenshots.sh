@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Takes the pictures in docs/screenshots/: the quotes window with the seed collection,
+# one quote selected, in a light and in a dark desktop theme (qt6ct's "darker" colours),
+# on a virtual display. Usage: scripts/screenshots.sh [build dir]
+set -euo pipefail
+root="$(cd "$(dirname "$0")/.." && pwd)"
+app="${1:-$root/build}/bin/quillbox2"
+out="$root/docs/screenshots"
+mkdir -p "$out"
+
+shoot() { # theme name, then the name of the picture
+  local theme="$1" picture="$2" home
+  home="$(mktemp -d)"
+  export HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share" \
+         XDG_STATE_HOME="$home/.local/state" XDG_CACHE_HOME="$home/.cache"
+  mkdir -p "$XDG_CONFIG_HOME/qt6ct"
+  if [[ "$theme" == dark ]]; then
+    printf '[Appearance]\ncolor_scheme_path=/usr/share/qt6ct/colors/darker.conf\ncustom_palette=true\nstyle=Fusion\n' \
+      > "$XDG_CONFIG_HOME/qt6ct/qt6ct.conf"
+  else
+    printf '[Appearance]\ncustom_palette=false\nstyle=Fusion\n' > "$XDG_CONFIG_HOME/qt6ct/qt6ct.conf"
+  fi
+  QT_QPA_PLATFORMTHEME=qt6ct xvfb-run -a -s "-screen 0 1280x800x24" bash -c '
+    "$0" >/dev/null 2>&1 &
+    pid=$!
+    window=$(xdotool search --sync --onlyvisible --name "quillbox2")
+    sleep 1
+    # The seventh quote of the list, then the filter field left empty.
+    xdotool mousemove --window "$window" 120 150 click 1
+    sleep 0.7
+    import -window "$window" "$1"
+    kill "$pid"' "$app" "$out/$picture"
+  rm -rf "$home"
+}
+
+shoot light quotes-window-light.png
+shoot dark quotes-window-dark.png
+echo "Pictures in $out"

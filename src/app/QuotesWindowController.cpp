@@ -1,0 +1,451 @@
+#include "app/QuotesWindowController.h"
+
+#include "app/EditorAreaViewController.h"
+#include "import/BatchImportDialogs.h"
+#include "import/QuoteBatchImportHelper.h"
+#include "logging/Log.h"
+#include "logging/ULog.h"
+#include "model/Notifications.h"
+#include "model/QuoteEditHelper.h"
+#include "model/QuotesChangeBatch.h"
+#include "signature/CurrentSignatureFileHelper.h"
+#include "signature/SettingsKeys.h"
+#include "signature/SettingsViewController.h"
+#include "ui/Alert.h"
+#include "ui/AppearanceHelper.h"
+#include "ui/ViewInstaller.h"
+#include "util/UndoManager.h"
+#include "util/UserDefaults.h"
+
+#include "ui_QBQuotesWindow.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeySequence>
+#include <QMenuBar>
+#include <QStyle>
+#include <QTimer>
+
+namespace {
+
+constexpr int kImportReportDelayMs = 1000;
+// Not a "QBDefaults" key: the window's own layout is no business of the helper process.
+const QString kSplitterStateKey = QStringLiteral("QBQuotesWindowSplitterState");
+
+} // namespace
+
+QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, QWidget* parent)
+    : QMainWindow(parent), mUi(std::make_unique<Ui::QBQuotesWindow>()), mUndoManager(undoManager)
+{
+    mUi->setupUi(this);
+    mQuotesArrayController = new QBQuotesListModel(&mQuotesSource, this);
+    registerForNotifications();
+
+    createActions();
+    setUpList();
+    restoreSplitter();
+
+    mEditorArea = new QBEditorAreaViewController(undoManager, mUi->areaPlaceholderView);
+    mEditorArea->setSettingsView(new QBSettingsViewController);
+    // Imports ask their questions on this window and are undone with its other edits.
+    QBBatchImportDialogs::setParentWindow(this);
+    QBQuoteBatchImportHelper::setUndoManager(undoManager);
+    LMViewInstaller::installViewSameSizeAsSuperInto(mEditorArea, mUi->areaPlaceholderView);
+    QBAppearanceHelper::setGradientBackground(mUi->areaPlaceholderView);
+    refreshWindowTitle();
+    mUi->quotesListView->selectionModel()->clearSelection();
+    updateCommandStates();
+}
+
+QBQuotesWindowController::~QBQuotesWindowController()
+{
+    mNotificationTracker.removeObservers();
+}
+
+QListView* QBQuotesWindowController::quotesListView() const
+{
+    return mUi->quotesListView;
+}
+
+void QBQuotesWindowController::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    // Without a stored position the list starts at a third of the window, once the
+    // window has its real width.
+    if (!std::exchange(mSplitterRestored, true)) {
+        const int listWidth = qMax(width() / 3, mUi->listPanel->minimumSizeHint().width());
+        mUi->splitter->setSizes({listWidth, qMax(0, mUi->splitter->width() - listWidth)});
+    }
+}
+
+void QBQuotesWindowController::createActions()
+{
+    const auto makeAction = [this](QAction*& action, const char* name, const QString& text,
+                                   const QKeySequence& keys,
+                                   void (QBQuotesWindowController::*slot)()) {
+        action = new QAction(text, this);
+        action->setObjectName(QString::fromLatin1(name));
+        action->setShortcut(keys);
+        action->setShortcutContext(Qt::WindowShortcut);
+        connect(action, &QAction::triggered, this, slot);
+        addAction(action);
+    };
+    //% "Use as Signature"
+    makeAction(mChooseAction, "chooseQuoteAction", qtTrId("CommandChooseQuote"),
+               QKeySequence(Qt::CTRL | Qt::Key_U), &QBQuotesWindowController::chooseQuote);
+    //% "Add Quote"
+    makeAction(mAddAction, "addQuoteAction", qtTrId("CommandAddQuote"), QKeySequence::New,
+               &QBQuotesWindowController::addQuote);
+    //% "Remove Quote"
+    makeAction(mRemoveAction, "removeQuoteAction", qtTrId("CommandRemoveQuote"),
+               QKeySequence::Delete, &QBQuotesWindowController::removeCurrentQuote);
+    //% "Remove All Quotes"
+    makeAction(mRemoveAllAction, "removeAllQuotesAction", qtTrId("CommandRemoveAllQuotes"),
+               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete),
+               &QBQuotesWindowController::removeAllQuotes);
+    //% "Edit Quote"
+    makeAction(mEditAction, "editQuoteAction", qtTrId("CommandEditQuote"), QKeySequence(Qt::Key_F2),
+               &QBQuotesWindowController::handleQuoteListDoubleClick);
+    //% "Import Quotes…"
+    makeAction(mImportAction, "importQuotesAction", qtTrId("CommandImportQuotes"),
+               QKeySequence(Qt::CTRL | Qt::Key_I), &QBQuotesWindowController::startBatchImport);
+    //% "Settings…"
+    makeAction(mSettingsAction, "settingsAction", qtTrId("CommandSettings"),
+               QKeySequence(Qt::CTRL | Qt::Key_Comma), &QBQuotesWindowController::switchToSettings);
+    mSettingsAction->setMenuRole(QAction::PreferencesRole);
+    //% "Find Quotes"
+    makeAction(mFindAction, "findQuotesAction", qtTrId("CommandFindQuotes"), QKeySequence::Find,
+               &QBQuotesWindowController::focusFilterField);
+    for (QAction* action : actions()) {
+        action->setToolTip(QStringLiteral("%1 (%2)").arg(
+            action->text(), action->shortcut().toString(QKeySequence::NativeText)));
+    }
+    // Buttons act like the menu items and follow their enabling; they never take the
+    // focus from the editor. Their labels are short: the list is narrow.
+    const auto bind = [](QAbstractButton* button, QAction* action, const QString& label) {
+        button->setText(label);
+        button->setToolTip(action->toolTip());
+        button->setFocusPolicy(Qt::NoFocus);
+        button->setEnabled(action->isEnabled());
+        connect(button, &QAbstractButton::clicked, action, &QAction::trigger);
+        connect(action, &QAction::changed, button,
+                [button, action] { button->setEnabled(action->isEnabled()); });
+    };
+    bind(mUi->addButton, mAddAction, QStringLiteral("+"));
+    bind(mUi->removeButton, mRemoveAction, QStringLiteral("\u2212"));
+    //% "Remove All"
+    bind(mUi->removeAllButton, mRemoveAllAction, qtTrId("ButtonRemoveAllQuotes"));
+    //% "Import…"
+    bind(mUi->importButton, mImportAction, qtTrId("ButtonImportQuotes"));
+    //% "Settings…"
+    bind(mUi->settingsButton, mSettingsAction, qtTrId("ButtonSettings"));
+    for (QAbstractButton* button : {mUi->addButton, mUi->removeButton})
+        button->setMinimumWidth(button->sizeHint().height() * 3 / 2);
+    bind(mUi->chooseQuoteButton, mChooseAction, mChooseAction->text());
+    mUi->chooseQuoteButton->setIcon(style()->standardIcon(QStyle::SP_DialogApplyButton));
+}
+
+void QBQuotesWindowController::installQuotesMenu()
+{
+    if (mQuotesMenu != nullptr)
+        return;
+    //% "&Quotes"
+    mQuotesMenu = new QMenu(qtTrId("MenuQuotes"), this);
+    mQuotesMenu->setObjectName(QStringLiteral("quotesMenu"));
+    mQuotesMenu->addActions({mChooseAction, mEditAction, mFindAction});
+    mQuotesMenu->addSeparator();
+    mQuotesMenu->addActions({mAddAction, mRemoveAction, mRemoveAllAction});
+    mQuotesMenu->addSeparator();
+    mQuotesMenu->addActions({mImportAction, mSettingsAction});
+    const QList<QAction*> menus = menuBar()->actions();
+    // Before Help, which by custom is the last menu.
+    menuBar()->insertMenu(menus.isEmpty() ? nullptr : menus.last(), mQuotesMenu);
+}
+
+void QBQuotesWindowController::setUpList()
+{
+    QListView* list = mUi->quotesListView;
+    list->setModel(mQuotesArrayController);
+    //% "Filter quotes"
+    mUi->filterField->setPlaceholderText(qtTrId("QuotesFilterPlaceholder"));
+    mUi->filterField->setToolTip(QStringLiteral("%1 (%2)").arg(
+        mFindAction->text(), mFindAction->shortcut().toString(QKeySequence::NativeText)));
+    connect(mUi->filterField, &QLineEdit::textChanged, this,
+            &QBQuotesWindowController::setFilterText);
+    connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &QBQuotesWindowController::followSelection);
+    connect(list, &QListView::doubleClicked, this,
+            &QBQuotesWindowController::handleQuoteListDoubleClick);
+    connect(mQuotesArrayController, &QAbstractItemModel::modelReset, this,
+            &QBQuotesWindowController::arrangedObjectsChanged);
+    connect(mQuotesArrayController, &QAbstractItemModel::layoutChanged, this,
+            &QBQuotesWindowController::arrangedObjectsChanged);
+    connect(mQuotesArrayController, &QAbstractItemModel::rowsRemoved, this,
+            &QBQuotesWindowController::arrangedObjectsChanged);
+    connect(mQuotesArrayController, &QAbstractItemModel::rowsInserted, this,
+            &QBQuotesWindowController::arrangedObjectsChanged);
+}
+
+void QBQuotesWindowController::restoreSplitter()
+{
+    const QByteArray state =
+        QBUserDefaults::standardUserDefaults().objectForKey(kSplitterStateKey).toByteArray();
+    mSplitterRestored = !state.isEmpty() && mUi->splitter->restoreState(state);
+    mUi->splitter->setStretchFactor(0, 0);
+    mUi->splitter->setStretchFactor(1, 1); // the editor takes what the window gains
+    connect(mUi->splitter, &QSplitter::splitterMoved, this, [this] {
+        QBUserDefaults::standardUserDefaults().setObject(mUi->splitter->saveState(),
+                                                         kSplitterStateKey);
+    });
+}
+
+void QBQuotesWindowController::registerForNotifications()
+{
+    QBNotificationObserverTracker& tracker = mNotificationTracker;
+    tracker.observeNotification(QBQuoteAddedNotification,
+                                [this](const QBNotification& n) { handleQuoteAdded(n.userInfo); });
+    tracker.observeNotification(QBQuoteRemovedNotification, [this](const QBNotification& n) {
+        handleQuoteRemoved(n.userInfo);
+    });
+    tracker.observeNotification(QBQuotesModifiedNotification,
+                                [this](const QBNotification&) { rebuildQuotesArray(); });
+    tracker.observeNotification(QBWriteCurrentQuoteNotification,
+                                [this](const QBNotification&) { handleWriteCurrentQuote(); });
+    tracker.observeNotification(
+        QBCheckForDuplicateQuotesNotification, [this](const QBNotification&) {
+            QBQuoteEditHelper::checkForDuplicateQuotesWithUndoManager(mUndoManager);
+        });
+    tracker.observeNotification(QBQuotesImportedNotification, [this](const QBNotification& n) {
+        handleQuotesImported(n.userInfo);
+    });
+    tracker.observeNotification(QBUndoManagerWillUndoChangeNotification, [](const QBNotification&) {
+        logInfoMessage(QStringLiteral("Processing Undo.."));
+    });
+    tracker.observeNotification(QBUndoManagerWillRedoChangeNotification, [](const QBNotification&) {
+        logInfoMessage(QStringLiteral("Processing Redo.."));
+    });
+    tracker.observeNotification(QBQuotesChangeBatchDidEndNotification,
+                                [this](const QBNotification&) { finishChangeBatch(); });
+}
+
+std::shared_ptr<QBQuoteValueObject> QBQuotesWindowController::selectedQuote() const
+{
+    return mQuotesArrayController->objectAtRow(selectionIndex());
+}
+
+int QBQuotesWindowController::selectionIndex() const
+{
+    const QModelIndexList rows = mUi->quotesListView->selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+void QBQuotesWindowController::selectRow(int row)
+{
+    QItemSelectionModel* selection = mUi->quotesListView->selectionModel();
+    const QModelIndex index = mQuotesArrayController->index(row);
+    selection->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    if (index.isValid())
+        mUi->quotesListView->scrollTo(index);
+}
+
+void QBQuotesWindowController::followSelection()
+{
+    if (mRearranging)
+        return;
+    const std::shared_ptr<QBQuoteValueObject> selected = selectedQuote();
+    const bool changed = selected != mLastSelected.lock() ||
+                         (selected == nullptr && mHadSelection && mLastSelected.expired());
+    mLastSelected = selected;
+    mHadSelection = selected != nullptr;
+    updateCommandStates();
+    if (changed)
+        handleNewQuoteSelected();
+}
+
+void QBQuotesWindowController::arrangedObjectsChanged()
+{
+    refreshWindowTitle();
+    followSelection();
+    updateCommandStates();
+}
+
+void QBQuotesWindowController::updateCommandStates()
+{
+    const bool hasSelection = selectionIndex() >= 0;
+    mChooseAction->setEnabled(hasSelection);
+    mRemoveAction->setEnabled(hasSelection);
+    mEditAction->setEnabled(hasSelection);
+    mRemoveAllAction->setEnabled(!mQuotesSource.quotes().empty());
+}
+
+void QBQuotesWindowController::refreshWindowTitle()
+{
+    //% "%1 – %L2 quotes"
+    setWindowTitle(qtTrId("WindowTitleFormatString")
+                       .arg(QCoreApplication::applicationName())
+                       .arg(qlonglong(mQuotesSource.quotes().size())));
+}
+
+void QBQuotesWindowController::handleNewQuoteSelected()
+{
+    logInfoMessage(QStringLiteral("Quote %1 selected").arg(selectionIndex()));
+    QBNotificationCenter::defaultCenter().post(QBQuoteSelectedNotification, selectedQuote().get());
+}
+
+void QBQuotesWindowController::setFilterText(const QString& text)
+{
+    // The selected quote stays selected while it matches.
+    const std::shared_ptr<QBQuoteValueObject> selected = selectedQuote();
+    mRearranging = true;
+    mQuotesArrayController->setFilterText(text);
+    if (selected != nullptr)
+        selectRow(mQuotesArrayController->rowOfObject(selected.get()));
+    mRearranging = false;
+    followSelection();
+}
+
+void QBQuotesWindowController::focusFilterField()
+{
+    mUi->filterField->setFocus(Qt::ShortcutFocusReason);
+    mUi->filterField->selectAll();
+}
+
+void QBQuotesWindowController::rebuildQuotesArray()
+{
+    if (QBQuotesChangeBatch::isOpen()) {
+        mRebuildPending = true;
+        return;
+    }
+    mQuotesSource.rebuildQuotesArray();
+}
+
+void QBQuotesWindowController::selectLastQuoteForEditing()
+{
+    const int last = mQuotesArrayController->rowCount() - 1;
+    selectRow(last);
+    QBNotificationCenter::defaultCenter().post(QBQuoteDoubleClickedNotification,
+                                               mQuotesArrayController->objectAtRow(last).get());
+}
+
+void QBQuotesWindowController::finishChangeBatch()
+{
+    if (mRebuildPending) {
+        mRebuildPending = false;
+        mPendingRemovals.clear(); // the rebuild reflects them
+        mQuotesSource.rebuildQuotesArray();
+    } else if (!mPendingRemovals.empty()) {
+        mQuotesArrayController->removeObjects(std::exchange(mPendingRemovals, {}));
+    }
+    if (std::exchange(mSelectLastPending, false))
+        selectLastQuoteForEditing();
+}
+
+void QBQuotesWindowController::handleQuoteAdded(const QVariantMap& userInfo)
+{
+    logInfoMessage(QStringLiteral("Refresh quotes source for added quote %1")
+                       .arg(userInfo.value(QBKeyQuoteUID).toString()));
+    rebuildQuotesArray();
+    if (QBQuotesChangeBatch::isOpen()) {
+        mSelectLastPending = true;
+        return;
+    }
+    // The last row, whichever quote came: the new one, or one whose removal was undone.
+    selectLastQuoteForEditing();
+}
+
+void QBQuotesWindowController::handleQuoteRemoved(const QVariantMap& userInfo)
+{
+    const QString uid = userInfo.value(QBKeyQuoteUID).toString();
+    logInfoMessage(QStringLiteral("Refresh quotes source for removed quote %1").arg(uid));
+    const std::shared_ptr<QBQuoteValueObject> quote = mQuotesSource.valueObjectForQuoteUID(uid);
+    if (quote == nullptr)
+        return;
+    if (QBQuotesChangeBatch::isOpen())
+        mPendingRemovals.push_back(quote.get());
+    else
+        mQuotesArrayController->removeObjects({quote.get()});
+}
+
+void QBQuotesWindowController::handleQuotesImported(const QVariantMap& userInfo)
+{
+    const int count = userInfo.value(QBKeyImportedQuotesCount).toInt();
+    QTimer::singleShot(kImportReportDelayMs, this, [count] {
+        //% "Quotes Imported"
+        QBAlert::shared().infoWithTitle(qtTrId("QuotesSuccessfullyImportedTitle"),
+                                        //% "%n quote(s) were added to your collection."
+                                        qtTrId("QuotesImported", count));
+    });
+    rebuildQuotesArray();
+}
+
+void QBQuotesWindowController::chooseQuote()
+{
+    const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote();
+    if (quote == nullptr)
+        return;
+    logInfoMessage(QStringLiteral("Making <%1> the current signature").arg(quote->quoteUID()));
+    if (!QBUserDefaults::standardUserDefaults()
+             .stringForKey(QBDefaultsSignatureOutputPath)
+             .isEmpty()) {
+        QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(quote->content());
+        return;
+    }
+    //% "No Output File Specified"
+    QBAlert::shared().infoWithTitle(qtTrId("NoOutputFileSpecified"),
+                                    //% "Please specify an output file"
+                                    qtTrId("PleaseSpecifyOutputFile"));
+}
+
+void QBQuotesWindowController::handleWriteCurrentQuote()
+{
+    const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote();
+    const QString content = quote != nullptr ? quote->content() : QStringLiteral("...");
+    if (!QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(content)) {
+        logWarningMessage(
+            QStringLiteral("Failed to write current quote - bookmark may be invalid"));
+        chooseQuote();
+    }
+}
+
+void QBQuotesWindowController::startBatchImport()
+{
+    logInfoMessage(QStringLiteral("Launching batch import"));
+    QBQuoteBatchImportHelper::importFromTextFile();
+}
+
+void QBQuotesWindowController::addQuote()
+{
+    logInfoMessage(QStringLiteral("Adding new quote"));
+    // The new quote must be visible to be selected and edited.
+    mUi->filterField->clear();
+    QBQuoteEditHelper::addQuoteWithUndoManager(mUndoManager);
+}
+
+void QBQuotesWindowController::removeCurrentQuote()
+{
+    const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote();
+    if (quote == nullptr)
+        return;
+    logInfoMessage(QStringLiteral("Removing selected quote '%1'").arg(quote->quoteUID()));
+    QBQuoteEditHelper::removeQuote(quote->quoteUID(), mUndoManager, true);
+}
+
+void QBQuotesWindowController::removeAllQuotes()
+{
+    mUi->filterField->clear();
+    logInfoMessage(
+        QStringLiteral("Removing all %1 quotes").arg(mQuotesArrayController->rowCount()));
+    QBQuoteEditHelper::removeAllQuotesWithUndoManager(mUndoManager);
+}
+
+void QBQuotesWindowController::switchToSettings()
+{
+    QBNotificationCenter::defaultCenter().post(QBSwitchToSettingsNotification);
+}
+
+void QBQuotesWindowController::handleQuoteListDoubleClick()
+{
+    logInfoMessage(QStringLiteral("Quote %1 double-clicked").arg(selectionIndex()));
+    QBNotificationCenter::defaultCenter().post(QBQuoteDoubleClickedNotification,
+                                               selectedQuote().get());
+}

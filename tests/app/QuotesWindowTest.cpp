@@ -1,0 +1,377 @@
+// The quotes window as the user drives it: real clicks and keys on the launched
+// application's window, checked against quotes.db and the signature file on disk.
+#include "app/AppDelegate.h"
+#include "app/EditorAreaViewController.h"
+#include "app/QuotesEditorViewController.h"
+#include "app/QuotesWindowController.h"
+#include "app/Translations.h"
+#include "core/Bundle.h"
+#include "core/QuotesDBHelper.h"
+#include "core/QuotesRepository.h"
+#include "logging/Log.h"
+#include "model/Notifications.h"
+#include "model/QuoteEditHelper.h"
+#include "signature/CurrentSignatureFileHelper.h"
+#include "signature/SettingsKeys.h"
+#include "util/NotificationCenter.h"
+#include "util/UserDefaults.h"
+
+#include "TestHome.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QListView>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTextEdit>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// One user event is over: the event loop turns, as between two real clicks (this also
+// closes the undo manager's group for that event).
+void settle()
+{
+    QCoreApplication::processEvents();
+}
+
+class QuotesWindowTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        QBBundle::setMainBundleResourcePath(QB_BUILD_SHARE_DIR);
+        QBUserDefaults::resetStandardUserDefaults();
+        installTranslations();
+        mDelegate.applicationDidFinishLaunching();
+        mWindow = mDelegate.quotesWindowController();
+        ASSERT_NE(mWindow, nullptr);
+        mWindow->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
+        mEditor = mWindow->editorAreaViewController()->quotesEditorViewController();
+        mList = mWindow->quotesListView();
+        mText = mEditor->quoteTextView();
+        mSeedCount = int(CQuotesRepository::getInstance().mQuotes.size());
+    }
+    void TearDown() override
+    {
+        qblog::removeLogFileSink();
+        QBUserDefaults::resetStandardUserDefaults();
+        QBBundle::setMainBundleResourcePath(QBBundle::defaultResourcePath());
+    }
+
+    template <typename T> T* child(const char* name) const
+    {
+        return mWindow->findChild<T*>(QString::fromLatin1(name));
+    }
+    void clickRow(int row) const
+    {
+        const QRect rect = mList->visualRect(mList->model()->index(row, 0));
+        QTest::mouseClick(mList->viewport(), Qt::LeftButton, {}, rect.center());
+        settle();
+    }
+    void click(const char* button) const
+    {
+        QTest::mouseClick(child<QAbstractButton>(button), Qt::LeftButton);
+        settle();
+    }
+    void typeAtEnd(const QString& text) const
+    {
+        QTest::keyClick(mText, Qt::Key_End, Qt::ControlModifier);
+        QTest::keyClicks(mText, text);
+    }
+    void confirmWithKeys() const
+    {
+        QTest::keyClick(mText, Qt::Key_Return, Qt::ControlModifier);
+        settle();
+    }
+    int rows() const { return mList->model()->rowCount(); }
+    QString uidOfRow(int row) const
+    {
+        return mWindow->quotesArrayController().objectAtRow(row)->quoteUID();
+    }
+
+    // The quotes as saved: UID to text.
+    std::map<QString, QString> savedQuotes() const
+    {
+        std::vector<CQuoteRecord> records;
+        readQuotesFile(mDbPath.toStdString(), records);
+        std::map<QString, QString> quotes;
+        for (const CQuoteRecord& record : records)
+            quotes[QString::fromStdString(record.mUID)] = QString::fromStdString(record.mContent);
+        return quotes;
+    }
+    QMessageBox* openAlert() const { return mWindow->findChild<QMessageBox*>(); }
+    // The signature file points at |path| (created empty), as the settings would set it.
+    void useSignatureFile(const QString& path) const
+    {
+        ASSERT_TRUE(writeFileBytes(path, {}));
+        QBUserDefaults::standardUserDefaults().setObject(path, QBDefaultsSignatureOutputPath);
+        QBCurrentSignatureFileHelper::createSecurityScopedBookmarkForPath(
+            QUrl::fromLocalFile(path));
+    }
+    static QString signatureText(const QString& path)
+    {
+        QString text = QString::fromUtf8(readFileBytes(path));
+        if (text.endsWith(QLatin1Char('\n')))
+            text.chop(1); // the writer may end the file with one line break
+        return text;
+    }
+
+    QBTestHome mHome;
+    QBAppDelegate mDelegate;
+    QBQuotesWindowController* mWindow = nullptr;
+    QBQuotesEditorViewController* mEditor = nullptr;
+    QListView* mList = nullptr;
+    QTextEdit* mText = nullptr;
+    int mSeedCount = 0;
+    const QString mDbPath = QString::fromStdString(*QBQuotesDBHelper::getPathToQuotesDb());
+};
+
+TEST_F(QuotesWindowTest, OpensUnselectedAddSelectsTheNewRowAndAConfirmedEditIsSavedAndUndone)
+{
+    ASSERT_GE(mSeedCount, 40);
+    EXPECT_EQ(mWindow->selectionIndex(), -1);
+    EXPECT_TRUE(mWindow->windowTitle().contains(QString::number(mSeedCount)))
+        << mWindow->windowTitle().toStdString();
+    EXPECT_TRUE(mText->isReadOnly()); // nothing to edit yet
+    for (const char* disabled : {"removeQuoteAction", "chooseQuoteAction"})
+        EXPECT_FALSE(child<QAction>(disabled)->isEnabled()) << disabled;
+    EXPECT_TRUE(child<QAction>("removeAllQuotesAction")->isEnabled());
+
+    click("addButton");
+    ASSERT_EQ(rows(), mSeedCount + 1);
+    EXPECT_EQ(mWindow->selectionIndex(), mSeedCount);
+    EXPECT_TRUE(mText->hasFocus());
+    const QString added = uidOfRow(mSeedCount);
+    EXPECT_EQ(savedQuotes().at(added), QString()); // saved at once, empty
+    QTest::keyClicks(mText, QStringLiteral("Brand new"));
+    click("confirmButton");
+    EXPECT_FALSE(mText->hasFocus());
+    EXPECT_EQ(savedQuotes().at(added), QStringLiteral("Brand new"));
+    EXPECT_TRUE(mWindow->windowTitle().contains(QString::number(mSeedCount + 1)));
+
+    clickRow(0);
+    const QString first = uidOfRow(0);
+    const QString original = savedQuotes().at(first);
+    EXPECT_EQ(mText->toPlainText(), original);
+    mText->setFocus();
+    typeAtEnd(QStringLiteral(" (edited)"));
+    confirmWithKeys();
+    EXPECT_EQ(savedQuotes().at(first), original + QStringLiteral(" (edited)"));
+    EXPECT_EQ(mText->toPlainText(), original + QStringLiteral(" (edited)"));
+
+    QTest::keyClick(mWindow, Qt::Key_Z, Qt::ControlModifier); // Edit > Undo
+    EXPECT_EQ(savedQuotes().at(first), original);
+    EXPECT_EQ(mText->toPlainText(), original);
+    QTest::keyClick(mWindow, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(savedQuotes().at(first), original + QStringLiteral(" (edited)"));
+}
+
+TEST_F(QuotesWindowTest, LeavingTheTextWithoutConfirmingOrCancellingStoresNothing)
+{
+    const QByteArray before = readFileBytes(mDbPath);
+    clickRow(2);
+    const QString stored = mText->toPlainText();
+    mText->setFocus();
+    typeAtEnd(QStringLiteral(" typed"));
+    EXPECT_TRUE(mEditor->isEditing());
+    clickRow(3); // leaves the text view: the edit is dropped
+    EXPECT_FALSE(mEditor->isEditing());
+    EXPECT_EQ(readFileBytes(mDbPath), before);
+    clickRow(2);
+    EXPECT_EQ(mText->toPlainText(), stored);
+
+    mText->setFocus();
+    typeAtEnd(QStringLiteral(" typed"));
+    QTest::keyClick(mText, Qt::Key_Escape); // cancel
+    EXPECT_EQ(mText->toPlainText(), stored);
+    EXPECT_EQ(mEditor->currentQuote()->content(), stored);
+    EXPECT_EQ(readFileBytes(mDbPath), before);
+}
+
+TEST_F(QuotesWindowTest, EmptyQuotesGoAConfirmedEmptyTextLaterAndAnUntouchedNewOneOnLeaving)
+{
+    clickRow(1);
+    const QString emptied = uidOfRow(1);
+    mText->setFocus();
+    QTest::keyClick(mText, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(mText, Qt::Key_Delete);
+    QElapsedTimer clock;
+    clock.start();
+    click("confirmButton");
+    EXPECT_EQ(rows(), mSeedCount); // the row stays for a moment
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rows() == mSeedCount - 1; }, 3000));
+    EXPECT_GE(clock.elapsed(), 200);
+    EXPECT_EQ(savedQuotes().count(emptied), 0u);
+
+    click("addButton");
+    const QString added = uidOfRow(rows() - 1);
+    clickRow(0); // the new quote was left empty: it goes, undoably
+    EXPECT_EQ(rows(), mSeedCount - 1);
+    EXPECT_EQ(savedQuotes().count(added), 0u);
+    EXPECT_EQ(mWindow->selectedQuote()->quoteUID(), uidOfRow(0));
+    mDelegate.undoManager().undo();
+    EXPECT_EQ(savedQuotes().count(added), 1u);
+    EXPECT_EQ(uidOfRow(rows() - 1), added);
+}
+
+TEST_F(QuotesWindowTest, RemoveDropsTheSelectedRowAndRemoveAllIsUndoneInOneStep)
+{
+    clickRow(4);
+    const QString removed = uidOfRow(4);
+    const QString next = uidOfRow(5);
+    click("removeButton");
+    EXPECT_EQ(rows(), mSeedCount - 1);
+    EXPECT_EQ(uidOfRow(4), next);
+    EXPECT_EQ(savedQuotes().count(removed), 0u);
+    EXPECT_TRUE(mWindow->windowTitle().contains(QString::number(mSeedCount - 1)));
+    EXPECT_EQ(mEditor->currentQuote(), nullptr);
+
+    mWindow->findChild<QLineEdit*>(QStringLiteral("filterField"))->setText(QStringLiteral("the"));
+    ASSERT_LT(rows(), mSeedCount - 1);
+    click("removeAllButton"); // clears the filter first, then everything goes
+    EXPECT_EQ(mWindow->findChild<QLineEdit*>(QStringLiteral("filterField"))->text(), QString());
+    EXPECT_EQ(rows(), 0);
+    EXPECT_TRUE(savedQuotes().empty());
+    EXPECT_FALSE(child<QAction>("removeAllQuotesAction")->isEnabled());
+    mDelegate.undoManager().undo();
+    EXPECT_EQ(rows(), mSeedCount - 1);
+    EXPECT_EQ(savedQuotes().size(), std::size_t(mSeedCount - 1));
+}
+
+TEST_F(QuotesWindowTest, DuplicatesGoInOneStepTheSelectionStaysAndOneUndoBringsThemBack)
+{
+    const QString second = savedQuotes().at(uidOfRow(1));
+    QBQuoteEditHelper::addQuotesFromStringArray({second, savedQuotes().at(uidOfRow(3)), second});
+    ASSERT_EQ(rows(), mSeedCount + 3);
+    clickRow(2);
+    const QString selected = uidOfRow(2);
+    QBQuoteEditHelper::removeDuplicateQuotesWithUndoManager(&mDelegate.undoManager());
+    EXPECT_EQ(rows(), mSeedCount);
+    EXPECT_EQ(savedQuotes().size(), std::size_t(mSeedCount));
+    EXPECT_EQ(mWindow->selectedQuote()->quoteUID(), selected);
+    EXPECT_EQ(mEditor->currentQuote()->quoteUID(), selected);
+
+    mDelegate.undoManager().undo();
+    EXPECT_EQ(rows(), mSeedCount + 3);
+    EXPECT_EQ(savedQuotes().size(), std::size_t(mSeedCount + 3));
+    EXPECT_EQ(mWindow->selectionIndex(), mSeedCount + 2); // the last row, as after an add
+    EXPECT_EQ(mWindow->quotesArrayController().objectAtRow(mSeedCount + 2)->content(), second);
+}
+
+TEST_F(QuotesWindowTest, ChoosingAQuoteWritesTheSignatureFileOrAsksForAnOutputFile)
+{
+    const QString signature = mHome.filePath(QStringLiteral("Mail/signature.txt"));
+    clickRow(0);
+    click("chooseQuoteButton"); // no output file yet
+    QMessageBox* alert = openAlert();
+    ASSERT_NE(alert, nullptr);
+    EXPECT_EQ(alert->text(), QStringLiteral("Please specify an output file"));
+    EXPECT_EQ(alert->windowTitle(), QStringLiteral("No Output File Specified"));
+    alert->accept();
+    EXPECT_FALSE(QFile::exists(signature));
+    settle();
+    mWindow->activateWindow(); // the keyboard comes back from the alert
+    ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
+
+    useSignatureFile(signature);
+    clickRow(3);
+    QTest::keyClick(mWindow, Qt::Key_U, Qt::ControlModifier);
+    EXPECT_EQ(signatureText(signature), savedQuotes().at(uidOfRow(3)));
+
+    // The output file changes while nothing is selected.
+    mList->selectionModel()->clearSelection();
+    QBNotificationCenter::defaultCenter().post(QBWriteCurrentQuoteNotification);
+    EXPECT_EQ(signatureText(signature), QStringLiteral("..."));
+}
+
+TEST_F(QuotesWindowTest, AnImportShowsAtOnceAndIsReportedASecondLater)
+{
+    QElapsedTimer clock;
+    clock.start();
+    QBQuoteEditHelper::addQuotesFromStringArray({QStringLiteral("One"), QStringLiteral("Two")});
+    EXPECT_EQ(rows(), mSeedCount + 2);
+    EXPECT_EQ(mWindow->quotesArrayController().data(mList->model()->index(rows() - 1, 0)),
+              QStringLiteral("Two"));
+    EXPECT_EQ(openAlert(), nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return openAlert() != nullptr; }, 3000));
+    EXPECT_GE(clock.elapsed(), 900);
+    EXPECT_EQ(openAlert()->windowTitle(), QStringLiteral("Quotes Imported"));
+    EXPECT_TRUE(openAlert()->text().contains(QLatin1Char('2')))
+        << openAlert()->text().toStdString();
+}
+
+TEST_F(QuotesWindowTest, FilterNarrowsByEveryWordIgnoringCaseAndAccentsAndKeepsTheSelection)
+{
+    auto* filter = child<QLineEdit>("filterField");
+    QTest::keyClick(mWindow, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(filter->hasFocus());
+    clickRow(0);
+    const QString first = uidOfRow(0);
+    filter->setFocus();
+    QTest::keyClicks(filter, QStringLiteral("BEMUHT"));
+    ASSERT_EQ(rows(), 1); // "Es irrt der Mensch, solang er strebt" ... "bemüht"
+    EXPECT_TRUE(mWindow->quotesArrayController().objectAtRow(0)->content().contains(
+        QStringLiteral("bemüht")));
+    EXPECT_EQ(mWindow->selectionIndex(), -1);
+    EXPECT_EQ(mEditor->currentQuote(), nullptr);
+    EXPECT_TRUE(mWindow->windowTitle().contains(QString::number(mSeedCount)));
+    filter->clear();
+    EXPECT_EQ(rows(), mSeedCount);
+
+    clickRow(0);
+    filter->setText(QStringLiteral("be the"));
+    const int narrowed = rows();
+    EXPECT_LT(narrowed, mSeedCount);
+    filter->setText(QStringLiteral("be the question"));
+    EXPECT_EQ(rows(), 1);
+    EXPECT_EQ(uidOfRow(0), first); // still selected while it matches
+    EXPECT_EQ(mWindow->selectedQuote()->quoteUID(), first);
+    EXPECT_EQ(mEditor->currentQuote()->quoteUID(), first);
+}
+
+TEST_F(QuotesWindowTest, FontPopupFollowsTheStoredNameAndStoresTheChoice)
+{
+    QBUserDefaults& defaults = QBUserDefaults::standardUserDefaults();
+    const std::pair<const char*, int> cases[] = {
+        {"Helvetica", 1},   {"Menlo-Regular", 0}, {"DejaVu Sans Mono", 0},
+        {"Times-Roman", 2}, {"DejaVu Serif", 2},  {"Cantarell", 1},
+    };
+    for (const auto& [name, entry] : cases) {
+        defaults.setObject(QString::fromLatin1(name), QBDefaultsEditorFontName);
+        QBQuotesEditorViewController editor(&mDelegate.undoManager());
+        EXPECT_EQ(editor.fontPopup()->currentIndex(), entry) << name;
+        EXPECT_EQ(editor.quoteTextView()->font().pointSizeF(), 18.0) << name;
+    }
+    QComboBox* popup = mEditor->fontPopup();
+    popup->setFocus();
+    QTest::keyClick(popup, Qt::Key_End); // a user's choice: the serif entry
+    const QString stored = defaults.stringForKey(QBDefaultsEditorFontName);
+    EXPECT_EQ(stored, QBQuotesEditorViewController::fontForEntry(2).family());
+    EXPECT_EQ(mText->font().family(), stored);
+}
+
+TEST_F(QuotesWindowTest, SettingsCommandShowsTheSettingsPageAndSelectingBringsTheEditorBack)
+{
+    QBEditorAreaViewController* area = mWindow->editorAreaViewController();
+    EXPECT_EQ(area->currentEditorView(), mEditor);
+    click("settingsButton");
+    EXPECT_EQ(area->currentEditorView()->objectName(), QStringLiteral("QBSettingsView"));
+    EXPECT_TRUE(area->currentEditorView()->isVisible());
+    EXPECT_FALSE(mEditor->isVisible());
+    auto* realPage = new QWidget;
+    area->setSettingsView(realPage);
+    EXPECT_EQ(area->currentEditorView(), realPage);
+    clickRow(1);
+    EXPECT_EQ(area->currentEditorView(), mEditor);
+    EXPECT_TRUE(mEditor->isVisible());
+}
+
+} // namespace

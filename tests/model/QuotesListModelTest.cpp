@@ -1,0 +1,138 @@
+// The quotes list's model: Qt's model checker watches it through filtering, removals and
+// rebuilds, and the filter's word matching is checked case by case.
+#include "model/QuotesListModel.h"
+#include "core/QuotesRepository.h"
+#include "model/Notifications.h"
+#include "model/QuoteFilter.h"
+#include "model/QuotesSource.h"
+#include "util/NotificationCenter.h"
+
+#include <QAbstractItemModelTester>
+#include <QPersistentModelIndex>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class QuotesListModelTest : public ::testing::Test
+{
+protected:
+    QuotesListModelTest()
+    {
+        CQuotesRepository& repository = CQuotesRepository::getInstance();
+        repository.removeAllQuotes();
+        for (const char* text : {"Le cœur a ses raisons", "Café au lait", "Carpe diem",
+                                 "Être ou ne pas être", "CAFE society", "tea\nand cake"})
+            repository.addNewQuote()->mContent = text;
+        mSource.rebuildQuotesArray();
+    }
+    ~QuotesListModelTest() override { CQuotesRepository::getInstance().removeAllQuotes(); }
+
+    QStringList shown() const
+    {
+        QStringList lines;
+        for (int row = 0; row < mModel.rowCount(); ++row)
+            lines << mModel.data(mModel.index(row)).toString();
+        return lines;
+    }
+    const QBQuoteValueObject* object(int sourceIndex) const
+    {
+        return mSource.quotes()[std::size_t(sourceIndex)].get();
+    }
+
+    QBQuotesSource mSource;
+    QBQuotesListModel mModel{&mSource};
+    QAbstractItemModelTester mTester{&mModel,
+                                     QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+TEST(QuoteFilterTest, EveryWordMustAppearIgnoringCaseAndAccents)
+{
+    const auto matches = [](const char* filter, const char* text) {
+        return QBQuoteFilter(QString::fromUtf8(filter))
+            .matches(QBQuoteFilter::fold(QString::fromUtf8(text)));
+    };
+    EXPECT_TRUE(matches("cafe", "Café au lait"));
+    EXPECT_TRUE(matches("CAFÉ", "cafe"));
+    EXPECT_TRUE(matches("etre pas", "Être ou ne pas être"));
+    EXPECT_TRUE(matches("  pas\tetre ", "Être ou ne pas être")); // any whitespace separates
+    EXPECT_FALSE(matches("etre toujours", "Être ou ne pas être"));
+    EXPECT_TRUE(matches("strasse coeur", "Straße; cœur")); // letters spelled out
+    EXPECT_TRUE(matches("", "anything"));
+    EXPECT_TRUE(
+        QBQuoteFilter(QStringLiteral("ca")).isNarrowedBy(QBQuoteFilter(QStringLiteral("cafe x"))));
+    EXPECT_FALSE(
+        QBQuoteFilter(QStringLiteral("cafe")).isNarrowedBy(QBQuoteFilter(QStringLiteral("ca"))));
+}
+
+TEST_F(QuotesListModelTest, FilterNarrowsWidensAndFollowsEdits)
+{
+    EXPECT_EQ(shown(),
+              QStringList({QStringLiteral("Le cœur a ses raisons"), QStringLiteral("Café au lait"),
+                           QStringLiteral("Carpe diem"), QStringLiteral("Être ou ne pas être"),
+                           QStringLiteral("CAFE society"), QStringLiteral("tea / and cake")}));
+    EXPECT_EQ(mModel.data(mModel.index(5), Qt::ToolTipRole), QStringLiteral("tea\nand cake"));
+    EXPECT_EQ(mModel.data(mModel.index(1), QBQuotesListModel::QuoteUIDRole), object(1)->quoteUID());
+
+    mModel.setFilterText(QStringLiteral("ca"));
+    EXPECT_EQ(mModel.rowCount(), 4);
+    mModel.setFilterText(QStringLiteral("caf")); // narrowed from the rows shown
+    EXPECT_EQ(shown(),
+              QStringList({QStringLiteral("Café au lait"), QStringLiteral("CAFE society")}));
+    EXPECT_EQ(mModel.rowOfObject(object(4)), 1);
+    EXPECT_EQ(mModel.rowOfObject(object(0)), -1);
+    EXPECT_EQ(mModel.objectAtRow(1).get(), object(4));
+    EXPECT_EQ(mModel.objectAtRow(2), nullptr);
+
+    // A hidden quote edited to match shows when the filter next runs.
+    CQuotesRepository::getInstance().mQuotes[2].mContent = "Carpe café";
+    QBNotificationCenter::defaultCenter().post(QBQuoteDidUpdateNotification, nullptr,
+                                               {{QBKeyQuoteUID, object(2)->quoteUID()}});
+    mModel.setFilterText(QStringLiteral("cafe"));
+    EXPECT_EQ(mModel.rowCount(), 3);
+    mModel.setFilterText(QString());
+    EXPECT_EQ(mModel.rowCount(), 6);
+}
+
+TEST_F(QuotesListModelTest, RemovalKeepsOtherRowsAndPersistentIndicesWithAndWithoutFilter)
+{
+    const QPersistentModelIndex last(mModel.index(5));
+    const QPersistentModelIndex doomed(mModel.index(1));
+    mModel.removeObjects({object(1), object(3)});
+    EXPECT_EQ(mModel.rowCount(), 4);
+    EXPECT_FALSE(doomed.isValid());
+    EXPECT_EQ(last.row(), 3);
+    EXPECT_EQ(mSource.valueObjectForQuoteUID(mModel.objectAtRow(3)->quoteUID()).get(),
+              mModel.objectAtRow(3).get());
+
+    mModel.setFilterText(QStringLiteral("c"));
+    ASSERT_EQ(shown(),
+              QStringList({QStringLiteral("Le cœur a ses raisons"), QStringLiteral("Carpe diem"),
+                           QStringLiteral("CAFE society"), QStringLiteral("tea / and cake")}));
+    const QPersistentModelIndex cake(mModel.index(3));
+    const QString removedUID = mModel.objectAtRow(1)->quoteUID();
+    mModel.removeObjects({mModel.objectAtRow(1).get()});
+    EXPECT_EQ(cake.row(), 2);
+    EXPECT_EQ(mSource.quotes().size(), 3u);
+    EXPECT_EQ(mSource.valueObjectForQuoteUID(removedUID), nullptr);
+    mModel.setFilterText(QStringLiteral("cake"));
+    EXPECT_EQ(mModel.rowCount(), 1);
+
+    // A rebuild keeps the filter on the fresh objects.
+    mSource.rebuildQuotesArray();
+    EXPECT_EQ(shown(), QStringList({QStringLiteral("tea / and cake")}));
+}
+
+TEST_F(QuotesListModelTest, AnUpdateReachesOnlyTheObjectOfThatQuote)
+{
+    CQuotesRepository::getInstance().mQuotes[2].mContent = "Carpe noctem";
+    QBNotificationCenter::defaultCenter().post(QBQuoteDidUpdateNotification, nullptr,
+                                               {{QBKeyQuoteUID, object(2)->quoteUID()}});
+    EXPECT_EQ(object(2)->content(), QStringLiteral("Carpe noctem"));
+    EXPECT_EQ(object(1)->content(), QStringLiteral("Café au lait"));
+    EXPECT_EQ(shown().at(2), QStringLiteral("Carpe noctem"));
+    // Objects of the source need no registration of their own.
+    EXPECT_TRUE(mSource.quotes()[2]->notificationTracker().notificationObservers().empty());
+}
+
+} // namespace
