@@ -24,9 +24,9 @@ for tool in tmux python3 jq; do
 done
 
 work="$(mktemp -d -t quillbox2-mail.XXXXXX)"
-socket="quillbox2-mail-$$"
+socket="$work/tmux.socket" # inside $work, so it goes with it
 cleanup() {
-  tmux -L "$socket" kill-server 2>/dev/null || true
+  tmux -S "$socket" kill-server 2>/dev/null || true
   if [[ "${QB_KEEP_MAIL_TRY:-0}" == 1 ]]; then echo "Kept $work"; else rm -rf "$work"; fi
 }
 trap cleanup EXIT
@@ -115,8 +115,8 @@ wait_for() { # seconds description command...
   echo "Timed out waiting for $what" >&2
   return 1
 }
-screen_shows() { tmux -L "$socket" capture-pane -p -t "$1" 2>/dev/null | grep -q "$2"; }
-session_gone() { ! tmux -L "$socket" has-session -t "$1" 2>/dev/null; }
+screen_shows() { tmux -S "$socket" capture-pane -p -t "$1" 2>/dev/null | grep -q "$2"; }
+session_gone() { ! tmux -S "$socket" has-session -t "$1" 2>/dev/null; }
 
 sent=0
 message=""
@@ -132,15 +132,15 @@ export QB_MESSAGE="$session"
 exec $1 -e "source '$work/harness.rc'" -s "$2" -i "$work/body.txt" -- someone@example.invalid
 EOF
   chmod +x "$work/$session.sh"
-  tmux -L "$socket" new-session -d -s "$session" -x 120 -y 40 "$work/$session.sh"
+  tmux -S "$socket" new-session -d -s "$session" -x 120 -y 40 "$work/$session.sh"
   if wait_for 15 "the compose screen of $1" screen_shows "$session" "Compose"; then
-    tmux -L "$socket" capture-pane -p -t "$session" >"$work/$session.screen"
-    tmux -L "$socket" send-keys -t "$session" y
+    tmux -S "$socket" capture-pane -p -t "$session" >"$work/$session.screen"
+    tmux -S "$socket" send-keys -t "$session" y
     wait_for 15 "$1 to send '$2'" test -f "$message" &&
       wait_for 10 "$1 to exit" session_gone "$session" && return 0
   fi
-  tmux -L "$socket" capture-pane -p -t "$session" >&2 || true
-  tmux -L "$socket" kill-session -t "$session" 2>/dev/null || true
+  tmux -S "$socket" capture-pane -p -t "$session" >&2 || true
+  tmux -S "$socket" kill-session -t "$session" 2>/dev/null || true
   return 1
 }
 
