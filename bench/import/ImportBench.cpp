@@ -137,14 +137,3 @@ BENCHMARK(BM_ReadDetectAndSplit)->Unit(benchmark::kMillisecond)->Repetitions(5);
 
 } // namespace
 
-int main(int argc, char** argv)
-{
-    QCoreApplication application(argc, argv);
-    qblog::setLogLevel(qblog::Level::Warning);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -133,14 +133,3 @@ BENCHMARK(BM_PostQuoteDidUpdateToAllValueObjects)->Unit(benchmark::kMicrosecond)
 
 } // namespace
 
-int main(int argc, char** argv)
-{
-    QCoreApplication application(argc, argv);
-    qblog::setLogLevel(qblog::Level::Warning); // one line per save would drown the figures
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
