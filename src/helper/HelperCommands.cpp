@@ -39,6 +39,15 @@ int qbhelper::runRotation()
                             QCoreApplication::applicationVersion(),
                             QString::number(QCoreApplication::applicationPid())));
 
+    // Before the lock: once the pid file names this process, a SIGTERM from unregistering
+    // must already end it through the event loop, with its log lines.
+    QBUnixSignalWatcher signalWatcher;
+    QObject::connect(
+        &signalWatcher, &QBUnixSignalWatcher::terminationRequested, [](int signalNumber) {
+            logInfoMessage(
+                QStringLiteral("Stopping on signal %1").arg(QString::number(signalNumber)));
+            QCoreApplication::quit();
+        });
     QBQuotesDBHelper::createApplicationGroupAppSupportFolder();
     const QString pidFile = QBLoginItemService::pidFilePath();
     if (pidFile.isEmpty()) {
@@ -60,13 +69,6 @@ int qbhelper::runRotation()
         return 0;
     }
 
-    QBUnixSignalWatcher signalWatcher;
-    QObject::connect(
-        &signalWatcher, &QBUnixSignalWatcher::terminationRequested, [](int signalNumber) {
-            logInfoMessage(
-                QStringLiteral("Stopping on signal %1").arg(QString::number(signalNumber)));
-            QCoreApplication::quit();
-        });
     QBSignatureRotator rotator;
     QObject::connect(&rotator, &QBSignatureRotator::stopRequested, QCoreApplication::instance(),
                      &QCoreApplication::quit, Qt::QueuedConnection);

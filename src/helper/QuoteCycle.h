@@ -1,7 +1,11 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
-#include <QStringList>
+
+#include <string>
+#include <string_view>
+#include <vector>
 
 // A shuffled order of quote UIDs in which every quote comes once before any comes
 // again. The state (the UIDs still to come and those already shown in this round) is
@@ -15,19 +19,26 @@ public:
 
     // The next UID among |uids| (the collection as it is now), or an empty text when
     // |uids| is empty. Reads the state first and writes it back after.
-    QString next(const QStringList& uids);
+    std::string next(const std::vector<std::string_view>& uids);
 
     // The same step on explicit state, without a file.
     struct State
     {
-        QStringList remaining;
-        QStringList shown;
+        std::vector<std::string> remaining;
+        std::vector<std::string> shown;
     };
-    static QString advance(State& state, const QStringList& uids);
+    static std::string advance(State& state, const std::vector<std::string_view>& uids);
+
+    // The file's text: a UID a line (backslash and line break escaped), the quotes still
+    // to come, an empty line, the quotes shown. A text without the empty line (a damaged
+    // or foreign file) reads as an empty state, which starts a new round.
+    static std::string serialize(const State& state);
+    static State parse(std::string_view text);
 
 private:
     State load() const;
     void save(const State& state) const;
 
     QString mStatePath;
+    QByteArray mEncodedStatePath;
 };

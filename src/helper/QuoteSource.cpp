@@ -6,7 +6,9 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <exception>
+#include <string_view>
 
 QBHelperQuoteSource::Reading QBHelperQuoteSource::read()
 {
@@ -42,26 +44,23 @@ QBHelperQuoteSource::Reading QBHelperQuoteSource::read()
 QString QBHelperQuoteSource::cycleStatePath()
 {
     const std::optional<std::string> folder = QBQuotesDBHelper::getApplicationGroupFolder();
-    return folder ? QString::fromStdString(*folder) + QStringLiteral("/quillbox2-helper-cycle.json")
+    return folder ? QString::fromStdString(*folder) + QStringLiteral("/quillbox2-helper-cycle")
                   : QString();
 }
 
 const CQuoteRecord* QBHelperQuoteSource::nextQuote(const std::vector<CQuoteRecord>& quotes)
 {
-    QStringList uids;
-    uids.reserve(static_cast<qsizetype>(quotes.size()));
+    std::vector<std::string_view> uids;
+    uids.reserve(quotes.size());
     for (const CQuoteRecord& quote : quotes) {
-        uids.append(QString::fromStdString(quote.mUID));
+        uids.emplace_back(quote.mUID);
     }
-    const QString uid = QBQuoteCycle(cycleStatePath()).next(uids);
-    if (uid.isEmpty()) {
+    const std::string uid = QBQuoteCycle(cycleStatePath()).next(uids);
+    if (uid.empty()) {
         return nullptr;
     }
-    const std::string wanted = uid.toStdString();
-    for (const CQuoteRecord& quote : quotes) {
-        if (quote.mUID == wanted) {
-            return &quote;
-        }
-    }
-    return nullptr;
+    const auto found =
+        std::find_if(quotes.cbegin(), quotes.cend(),
+                     [&uid](const CQuoteRecord& quote) { return quote.mUID == uid; });
+    return found == quotes.cend() ? nullptr : &*found;
 }
