@@ -84,16 +84,15 @@ int qbhelper::printNextQuote()
     const int quoteOutput = ::dup(STDOUT_FILENO);
     ::dup2(STDERR_FILENO, STDOUT_FILENO);
 
-    const QBHelperQuoteSource::Reading reading = QBHelperQuoteSource::read();
-    const CQuoteRecord* quote =
-        reading.problem.isEmpty() ? QBHelperQuoteSource::nextQuote(reading.quotes) : nullptr;
-    if (!quote) {
-        logWarningMessage(reading.problem.isEmpty() ? QStringLiteral("No quote to print")
-                                                    : reading.problem);
+    const QBHelperQuoteSource::Pick pick =
+        QBHelperQuoteSource::nextQuote(QBHelperQuoteSource::Access::Mapped);
+    if (!pick.content) {
+        logWarningMessage(pick.problem.isEmpty() ? QStringLiteral("No quote to print")
+                                                 : pick.problem);
         return 1;
     }
     const QByteArray bytes =
-        QBCurrentSignatureFileHelper::signatureBytes(QString::fromStdString(quote->mContent));
+        QBCurrentSignatureFileHelper::signatureBytes(QString::fromStdString(*pick.content));
     QFile output;
     const bool written =
         output.open(quoteOutput, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle) &&

@@ -7,9 +7,10 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
+#include <functional>
 #include <random>
 #include <thread>
-#include <unordered_set>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -69,8 +70,15 @@ bool writeAll(int descriptor, std::string_view bytes)
     return true;
 }
 
+constexpr std::size_t kWriteChunkBytes = 64 * 1024;
+
 void appendEscapedLine(std::string& text, std::string_view uid)
 {
+    if (std::none_of(uid.cbegin(), uid.cend(), [](char c) { return c == '\\' || c == '\n'; })) {
+        text.append(uid);
+        text += '\n';
+        return;
+    }
     for (const char character : uid) {
         if (character == '\\') {
             text += "\\\\";
@@ -85,9 +93,6 @@ void appendEscapedLine(std::string& text, std::string_view uid)
 
 std::string unescapedLine(std::string_view line)
 {
-    if (line.find('\\') == std::string_view::npos) {
-        return std::string(line);
-    }
     std::string uid;
     uid.reserve(line.size());
     for (std::size_t index = 0; index < line.size(); ++index) {
@@ -104,7 +109,7 @@ std::string unescapedLine(std::string_view line)
 // Puts |added| among the items of |list| at random places, keeping the order of the
 // items already there: the same result as inserting them one by one at random
 // positions, in one pass instead of one shift of the list per item.
-void insertAtRandomPlaces(std::vector<std::string>& list, std::vector<std::string_view> added,
+void insertAtRandomPlaces(std::vector<std::string_view>& list, std::vector<std::string_view> added,
                           QRandomGenerator& random)
 {
     if (added.empty()) {
@@ -114,12 +119,12 @@ void insertAtRandomPlaces(std::vector<std::string>& list, std::vector<std::strin
     std::vector<char> slotIsNew(list.size() + added.size(), 0);
     std::fill_n(slotIsNew.begin(), added.size(), 1);
     std::shuffle(slotIsNew.begin(), slotIsNew.end(), random);
-    std::vector<std::string> merged;
+    std::vector<std::string_view> merged;
     merged.reserve(slotIsNew.size());
-    auto old = list.begin();
+    auto old = list.cbegin();
     auto fresh = added.cbegin();
     for (const char isNew : slotIsNew) {
-        merged.push_back(isNew ? std::string(*fresh++) : std::move(*old++));
+        merged.push_back(isNew ? *fresh++ : *old++);
     }
     list = std::move(merged);
 }
@@ -132,37 +137,67 @@ QBQuoteCycle::QBQuoteCycle(const QString& statePath)
 
 std::string QBQuoteCycle::advance(State& state, const std::vector<std::string_view>& uids)
 {
-    std::unordered_set<std::string_view> current(uids.cbegin(), uids.cend());
-    const auto isGone = [&current](const std::string& uid) { return !current.contains(uid); };
-    std::erase_if(state.remaining, isGone);
-    std::erase_if(state.shown, isGone);
-
-    std::vector<std::string_view> added;
+    // Sorted by hash, the collection answers "is it still there" by binary search on
+    // numbers, without building a hash table, and marks what the state already holds:
+    // the rest is new. Entries are eight bytes, so ten thousand touch few memory pages.
+    struct Entry
     {
-        std::unordered_set<std::string_view> known(state.remaining.cbegin(),
-                                                   state.remaining.cend());
-        known.reserve(uids.size());
-        known.insert(state.shown.cbegin(), state.shown.cend());
-        for (const std::string_view uid : uids) {
-            if (known.insert(uid).second) {
-                added.push_back(uid);
-            }
+        std::uint32_t hash;
+        std::uint32_t index; // into |uids|
+    };
+    const auto hashOf = [](std::string_view uid) {
+        return static_cast<std::uint32_t>(std::hash<std::string_view>()(uid));
+    };
+    const auto before = [&uids](const Entry& left, std::uint32_t hash, std::string_view uid) {
+        return left.hash != hash ? left.hash < hash : uids[left.index] < uid;
+    };
+    std::vector<Entry> collection;
+    collection.reserve(uids.size());
+    for (std::uint32_t index = 0; index < uids.size(); ++index) {
+        collection.push_back({hashOf(uids[index]), index});
+    }
+    std::sort(collection.begin(), collection.end(), [&](const Entry& left, const Entry& right) {
+        return before(left, right.hash, uids[right.index]);
+    });
+    collection.erase(std::unique(collection.begin(), collection.end(),
+                                 [&uids](const Entry& left, const Entry& right) {
+                                     return left.hash == right.hash &&
+                                            uids[left.index] == uids[right.index];
+                                 }),
+                     collection.end());
+    std::vector<char> inState(collection.size(), 0);
+    const auto isGoneOrRepeated = [&](std::string_view uid) {
+        const std::uint32_t hash = hashOf(uid);
+        const auto found = std::lower_bound(collection.cbegin(), collection.cend(), uid,
+                                            [&](const Entry& entry, std::string_view wanted) {
+                                                return before(entry, hash, wanted);
+                                            });
+        if (found == collection.cend() || found->hash != hash || uids[found->index] != uid) {
+            return true;
+        }
+        char& mark = inState[static_cast<std::size_t>(found - collection.cbegin())];
+        const bool repeated = mark != 0;
+        mark = 1;
+        return repeated;
+    };
+    std::erase_if(state.remaining, isGoneOrRepeated);
+    std::erase_if(state.shown, isGoneOrRepeated);
+    std::vector<std::string_view> added;
+    for (std::size_t index = 0; index < collection.size(); ++index) {
+        if (inState[index] == 0) {
+            added.push_back(uids[collection[index].index]);
         }
     }
     QRandomGenerator& random = *QRandomGenerator::global();
     insertAtRandomPlaces(state.remaining, std::move(added), random);
 
     if (state.remaining.empty()) {
-        if (uids.empty()) {
+        if (collection.empty()) {
             return std::string();
         }
         // Nothing was added, so the new round is the quotes shown in this one.
-        const std::string last = state.shown.empty() ? std::string() : state.shown.back();
-        state.remaining = std::move(state.shown);
-        state.shown.clear();
-        std::sort(state.remaining.begin(), state.remaining.end());
-        state.remaining.erase(std::unique(state.remaining.begin(), state.remaining.end()),
-                              state.remaining.end());
+        const std::string_view last = state.shown.back();
+        state.remaining.swap(state.shown);
         std::shuffle(state.remaining.begin(), state.remaining.end(), random);
         // The new round does not open with the quote that closed the last one.
         const std::size_t size = state.remaining.size();
@@ -171,30 +206,45 @@ std::string QBQuoteCycle::advance(State& state, const std::vector<std::string_vi
                       state.remaining[1 + random.bounded(static_cast<quint32>(size - 1))]);
         }
     }
-    std::string uid = std::move(state.remaining.front());
+    const std::string_view uid = state.remaining.front();
     state.remaining.erase(state.remaining.begin());
     state.shown.push_back(uid);
-    return uid;
+    return std::string(uid);
 }
 
-std::string QBQuoteCycle::serialize(const State& state)
+bool QBQuoteCycle::serialize(const State& state, const std::function<bool(std::string_view)>& write)
 {
-    std::string text;
-    text.reserve((state.remaining.size() + state.shown.size()) * 37 + 1);
-    for (const std::string& uid : state.remaining) {
-        appendEscapedLine(text, uid);
+    std::string chunk;
+    chunk.reserve(kWriteChunkBytes + 256);
+    const auto flushed = [&chunk, &write](std::size_t threshold) {
+        if (chunk.size() < threshold) {
+            return true;
+        }
+        const bool written = write(chunk);
+        chunk.clear();
+        return written;
+    };
+    for (const std::string_view uid : state.remaining) {
+        appendEscapedLine(chunk, uid);
+        if (!flushed(kWriteChunkBytes)) {
+            return false;
+        }
     }
-    text += '\n';
-    for (const std::string& uid : state.shown) {
-        appendEscapedLine(text, uid);
+    chunk += '\n';
+    for (const std::string_view uid : state.shown) {
+        appendEscapedLine(chunk, uid);
+        if (!flushed(kWriteChunkBytes)) {
+            return false;
+        }
     }
-    return text;
+    return flushed(1);
 }
 
 QBQuoteCycle::State QBQuoteCycle::parse(std::string_view text)
 {
     State state;
-    std::vector<std::string>* list = &state.remaining;
+    state.remaining.reserve(static_cast<std::size_t>(std::count(text.cbegin(), text.cend(), '\n')));
+    std::vector<std::string_view>* list = &state.remaining;
     bool separated = false;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
@@ -202,32 +252,32 @@ QBQuoteCycle::State QBQuoteCycle::parse(std::string_view text)
         text.remove_prefix(std::min(end + 1, text.size()));
         if (line.empty() && !separated) {
             separated = true;
+            state.shown.reserve(state.remaining.capacity() - state.remaining.size());
             list = &state.shown;
+        } else if (line.find('\\') == std::string_view::npos) {
+            list->push_back(line);
         } else {
-            list->push_back(unescapedLine(line));
+            list->push_back(state.storage.emplace_back(unescapedLine(line)));
         }
     }
-    return separated ? state : State();
+    return separated ? std::move(state) : State();
 }
 
 std::string QBQuoteCycle::next(const std::vector<std::string_view>& uids)
 {
     // Without the lock the step still happens; at worst a quote comes twice in a round.
     const ExclusiveFileLock lock(mEncodedStatePath + ".lock");
-    State state = load();
+    // Mapped rather than read: the state's views point into the file's pages.
+    QFile file(mStatePath);
+    const uchar* bytes = file.open(QIODevice::ReadOnly) && file.size() > 0
+                             ? file.map(0, file.size(), QFileDevice::MapPrivateOption)
+                             : nullptr;
+    State state = bytes ? parse(std::string_view(reinterpret_cast<const char*>(bytes),
+                                                 static_cast<std::size_t>(file.size())))
+                        : State();
     std::string uid = advance(state, uids);
     save(state);
     return uid;
-}
-
-QBQuoteCycle::State QBQuoteCycle::load() const
-{
-    QFile file(mStatePath);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    const QByteArray bytes = file.readAll();
-    return parse(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
 }
 
 void QBQuoteCycle::save(const State& state) const
@@ -237,7 +287,9 @@ void QBQuoteCycle::save(const State& state) const
     // creates the file for the owner only: which quotes the user has seen is theirs.
     QByteArray temporaryPath = mEncodedStatePath + ".XXXXXX";
     const int descriptor = ::mkostemp(temporaryPath.data(), O_CLOEXEC);
-    bool saved = descriptor >= 0 && writeAll(descriptor, serialize(state));
+    bool saved = descriptor >= 0 && serialize(state, [descriptor](std::string_view bytes) {
+                     return writeAll(descriptor, bytes);
+                 });
     int error = errno;
     if (descriptor >= 0) {
         if (::close(descriptor) != 0 && saved) {

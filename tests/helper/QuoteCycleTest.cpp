@@ -20,6 +20,21 @@ std::set<std::string> setOf(const std::vector<std::string>& list)
     return std::set<std::string>(list.cbegin(), list.cend());
 }
 
+std::string serialized(const State& state)
+{
+    std::string text;
+    QBQuoteCycle::serialize(state, [&text](std::string_view piece) {
+        text.append(piece);
+        return true;
+    });
+    return text;
+}
+
+std::vector<std::string> strings(const std::vector<std::string_view>& views)
+{
+    return std::vector<std::string>(views.cbegin(), views.cend());
+}
+
 std::set<std::string> setOf(const Uids& list)
 {
     return std::set<std::string>(list.cbegin(), list.cend());
@@ -54,7 +69,7 @@ TEST(QuoteCycleTest, EveryQuoteOnceARoundAndTheRoundFollowsTheCollection)
     // round is exactly the quotes not yet shown, and those already due keep their order.
     State changing;
     const std::string first = QBQuoteCycle::advance(changing, all);
-    const std::string removed = changing.remaining.front();
+    const std::string removed(changing.remaining.front());
     Uids now;
     std::copy_if(all.cbegin(), all.cend(), std::back_inserter(now),
                  [&removed](std::string_view uid) { return uid != removed; });
@@ -86,16 +101,39 @@ TEST(QuoteCycleTest, EveryQuoteOnceARoundAndTheRoundFollowsTheCollection)
 
 TEST(QuoteCycleTest, TheStateTextRoundTripsAnyUidAndAForeignTextStartsANewRound)
 {
-    const State state{{"a", "back\\slash", "two\nlines", "\\n"}, {"shown", "x\\"}};
-    const std::string text = QBQuoteCycle::serialize(state);
+    const State state{{"a", "back\\slash", "two\nlines", "\\n"}, {"shown", "x\\"}, {}};
+    const std::string text = serialized(state);
     EXPECT_EQ(text, "a\nback\\\\slash\ntwo\\nlines\n\\\\n\n\nshown\nx\\\\\n");
     const State back = QBQuoteCycle::parse(text);
     EXPECT_EQ(back.remaining, state.remaining);
     EXPECT_EQ(back.shown, state.shown);
 
-    const State allShown = QBQuoteCycle::parse(QBQuoteCycle::serialize({{}, {"a", "b"}}));
+    const std::string allShownText =
+        serialized({{}, {"a", "b"}, {}}); // the state's views point in here
+    const State allShown = QBQuoteCycle::parse(allShownText);
     EXPECT_TRUE(allShown.remaining.empty());
-    EXPECT_EQ(allShown.shown, (std::vector<std::string>{"a", "b"}));
+    EXPECT_EQ(strings(allShown.shown), (std::vector<std::string>{"a", "b"}));
+
+    // Written in pieces of 64 KiB: a large state comes back whole.
+    std::vector<std::string> many;
+    for (int i = 0; i < 5000; ++i) {
+        many.push_back("uid-" + std::to_string(i) + std::string(30, 'x'));
+    }
+    const State large{
+        {many.cbegin(), many.cbegin() + 3000}, {many.cbegin() + 3000, many.cend()}, {}};
+    int pieces = 0;
+    std::string largeText;
+    EXPECT_TRUE(QBQuoteCycle::serialize(large, [&](std::string_view piece) {
+        ++pieces;
+        largeText.append(piece);
+        return true;
+    }));
+    EXPECT_GT(pieces, 1);
+    const State largeBack = QBQuoteCycle::parse(largeText);
+    EXPECT_EQ(strings(largeBack.remaining),
+              std::vector<std::string>(many.cbegin(), many.cbegin() + 3000));
+    EXPECT_EQ(largeBack.shown.size(), 2000U);
+    EXPECT_FALSE(QBQuoteCycle::serialize(large, [](std::string_view) { return false; }));
 
     for (const char* foreign : {"", "{\"remaining\":[\"a\"],\"shown\":[]}", "a\nb\n"}) {
         const State parsed = QBQuoteCycle::parse(foreign);
@@ -121,8 +159,8 @@ TEST(QuoteCycleTest, ARestartContinuesTheRoundFromTheFile)
     ASSERT_TRUE(writeFileBytes(path, "not a cycle")); // a damaged file starts a new round
     const std::string first = QBQuoteCycle(path).next(all);
     EXPECT_NE(std::find(all.cbegin(), all.cend(), first), all.cend());
-    EXPECT_EQ(QBQuoteCycle::parse(readFileBytes(path).toStdString()).shown,
-              std::vector<std::string>{first});
+    const std::string text = readFileBytes(path).toStdString();
+    EXPECT_EQ(strings(QBQuoteCycle::parse(text).shown), std::vector<std::string>{first});
 }
 
 } // namespace
