@@ -177,6 +177,14 @@ bool QBInPlaceQuotesReader::forEachQuote(std::string_view document, const Visito
     return cursor.skip(kQuotesEnd) && cursor.atEnd();
 }
 
+std::size_t QBInPlaceQuotesReader::quoteCountBound(std::string_view document)
+{
+    // The fixed text around a quote, its four quotation marks and a UID of one byte.
+    constexpr std::size_t kSmallestQuote =
+        kUIDBegin.size() + kContentBegin.size() + kElementEnd.size() + 4 + 1;
+    return document.size() / kSmallestQuote + 1;
+}
+
 std::string QBInPlaceQuotesReader::decodedContent(std::string_view escapedContent)
 {
     std::string text;

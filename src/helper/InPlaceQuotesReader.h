@@ -22,6 +22,11 @@ public:
     // so far means nothing). An early stop by |visit| still returns true.
     static bool forEachQuote(std::string_view document, const Visitor& visit);
 
+    // At least the number of quotes in |document|, from its size: reserving this much
+    // costs address space only, while growing a vector step by step touches new memory
+    // pages at every step.
+    static std::size_t quoteCountBound(std::string_view document);
+
     // The text of an escaped content that forEachQuote gave.
     static std::string decodedContent(std::string_view escapedContent);
 };

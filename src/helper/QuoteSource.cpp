@@ -27,6 +27,8 @@ std::optional<QBHelperQuoteSource::Pick> pickInPlace(std::string_view document,
 {
     std::vector<std::string_view> uids;
     std::vector<std::string_view> contents;
+    uids.reserve(QBInPlaceQuotesReader::quoteCountBound(document));
+    contents.reserve(uids.capacity());
     if (!QBInPlaceQuotesReader::forEachQuote(
             document, [&uids, &contents](std::string_view uid, std::string_view content) {
                 uids.push_back(uid);
