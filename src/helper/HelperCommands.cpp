@@ -39,6 +39,15 @@ int qbhelper::runRotation()
                             QCoreApplication::applicationVersion(),
                             QString::number(QCoreApplication::applicationPid())));
 
+    // Before the lock: once the pid file names this process, a SIGTERM from unregistering
+    // must already end it through the event loop, with its log lines.
+    QBUnixSignalWatcher signalWatcher;
+    QObject::connect(
+        &signalWatcher, &QBUnixSignalWatcher::terminationRequested, [](int signalNumber) {
+            logInfoMessage(
+                QStringLiteral("Stopping on signal %1").arg(QString::number(signalNumber)));
+            QCoreApplication::quit();
+        });
     QBQuotesDBHelper::createApplicationGroupAppSupportFolder();
     const QString pidFile = QBLoginItemService::pidFilePath();
     if (pidFile.isEmpty()) {
@@ -60,13 +69,6 @@ int qbhelper::runRotation()
         return 0;
     }
 
-    QBUnixSignalWatcher signalWatcher;
-    QObject::connect(
-        &signalWatcher, &QBUnixSignalWatcher::terminationRequested, [](int signalNumber) {
-            logInfoMessage(
-                QStringLiteral("Stopping on signal %1").arg(QString::number(signalNumber)));
-            QCoreApplication::quit();
-        });
     QBSignatureRotator rotator;
     QObject::connect(&rotator, &QBSignatureRotator::stopRequested, QCoreApplication::instance(),
                      &QCoreApplication::quit, Qt::QueuedConnection);
@@ -82,16 +84,15 @@ int qbhelper::printNextQuote()
     const int quoteOutput = ::dup(STDOUT_FILENO);
     ::dup2(STDERR_FILENO, STDOUT_FILENO);
 
-    const QBHelperQuoteSource::Reading reading = QBHelperQuoteSource::read();
-    const CQuoteRecord* quote =
-        reading.problem.isEmpty() ? QBHelperQuoteSource::nextQuote(reading.quotes) : nullptr;
-    if (!quote) {
-        logWarningMessage(reading.problem.isEmpty() ? QStringLiteral("No quote to print")
-                                                    : reading.problem);
+    const QBHelperQuoteSource::Pick pick =
+        QBHelperQuoteSource::nextQuote(QBHelperQuoteSource::Access::Mapped);
+    if (!pick.content) {
+        logWarningMessage(pick.problem.isEmpty() ? QStringLiteral("No quote to print")
+                                                 : pick.problem);
         return 1;
     }
     const QByteArray bytes =
-        QBCurrentSignatureFileHelper::signatureBytes(QString::fromStdString(quote->mContent));
+        QBCurrentSignatureFileHelper::signatureBytes(QString::fromStdString(*pick.content));
     QFile output;
     const bool written =
         output.open(quoteOutput, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle) &&

@@ -1,25 +1,33 @@
 #pragma once
 
-#include "core/QuoteRecord.h"
-
 #include <QString>
 
-#include <vector>
+#include <optional>
+#include <string>
 
-// The collection as the helper sees it: read afresh from quotes.db whenever a quote is
+// The collection as the helper sees it: quotes.db is read afresh whenever a quote is
 // due, so a changed file counts at once and nothing stays in memory in between.
 class QBHelperQuoteSource
 {
 public:
-    struct Reading
+    enum class Access
     {
-        std::vector<CQuoteRecord> quotes;
-        QString problem; // why there is no quote to show; empty when there are quotes
+        // The file's pages are read where they are: the fastest way, for --print. A
+        // program truncating the file in place during those milliseconds would end the
+        // process (SIGBUS); the application itself always replaces the file.
+        Mapped,
+        // Read into memory first: for the long-running helper, which must survive that.
+        Copied,
     };
-    static Reading read();
+    struct Pick
+    {
+        std::optional<std::string> content; // the quote's text
+        QString problem; // why there is no quote to show; empty when there is one
+    };
+    // The next quote of the shared cycle (see QBQuoteCycle) among the quotes in the
+    // database now.
+    static Pick nextQuote(Access access);
 
     // Where the shuffled order of quotes is kept; empty without a container.
     static QString cycleStatePath();
-    // Picks the next quote of the shared cycle; nothing when |quotes| is empty.
-    static const CQuoteRecord* nextQuote(const std::vector<CQuoteRecord>& quotes);
 };

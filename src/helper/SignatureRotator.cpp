@@ -78,21 +78,21 @@ void QBSignatureRotator::reportProblem(const QString& key, const std::function<v
 
 void QBSignatureRotator::rotate()
 {
-    const QBHelperQuoteSource::Reading reading = QBHelperQuoteSource::read();
-    if (!reading.problem.isEmpty()) {
-        reportProblem(reading.problem, [&] {
+    const QBHelperQuoteSource::Pick pick =
+        QBHelperQuoteSource::nextQuote(QBHelperQuoteSource::Access::Copied);
+    if (!pick.problem.isEmpty()) {
+        reportProblem(pick.problem, [&] {
             logWarningMessage(
-                reading.problem +
+                pick.problem +
                 QStringLiteral("; trying again in %1s").arg(QString::number(mIntervalSeconds)));
         });
         return;
     }
-    const CQuoteRecord* quote = QBHelperQuoteSource::nextQuote(reading.quotes);
-    if (!quote) {
+    if (!pick.content) {
         return;
     }
     const QBCurrentSignatureFileHelper::WriteResult result =
-        QBCurrentSignatureFileHelper::writeSignature(QString::fromStdString(quote->mContent));
+        QBCurrentSignatureFileHelper::writeSignature(QString::fromStdString(*pick.content));
     QString key;
     for (const auto& message : result.messages) {
         key += message.second + QLatin1Char('\n');
