@@ -32,7 +32,9 @@ shoot() { # theme name, the name of the picture, the language (default English)
     if [[ "$LANGUAGE" != en ]]; then # a menu shows more of the translation
       xdotool key --window "$window" alt+z
       sleep 0.7
-      import -window root -crop 1000x700+0+0 "$1"
+      # The open menu is a window of its own: cut the area of the window out of the screen.
+      eval "$(xdotool getwindowgeometry --shell "$window")"
+      import -window root -crop "${WIDTH}x${HEIGHT}+${X}+${Y}" +repage "$1"
     else
       import -window "$window" "$1"
     fi
