@@ -16,14 +16,19 @@ endfunction()
 
 # A GoogleTest binary registered with CTest. The shared test main gives the whole
 # process a temporary HOME and XDG folders. qb_add_gui_test makes a QApplication.
+# ENVIRONMENT_MODIFICATION "NAME=set:value" gives its tests one more variable (a
+# language, say), which must be there before the application object exists.
 function(qb_add_test_with_support target support)
-  add_executable(${target} ${ARGN})
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "ENVIRONMENT_MODIFICATION" "")
+  add_executable(${target} ${arg_UNPARSED_ARGUMENTS})
   qb_configure_target(${target})
   target_link_libraries(${target} PRIVATE ${support})
   set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/bin)
-  gtest_discover_tests(${target}
-    PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
-    DISCOVERY_TIMEOUT 60)
+  set(properties ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  if(arg_ENVIRONMENT_MODIFICATION)
+    list(APPEND properties ENVIRONMENT_MODIFICATION "${arg_ENVIRONMENT_MODIFICATION}")
+  endif()
+  gtest_discover_tests(${target} PROPERTIES ${properties} DISCOVERY_TIMEOUT 60)
 endfunction()
 
 function(qb_add_test target)

@@ -14,6 +14,7 @@ packages=(
   xvfb xauth xdotool qt6ct
   desktop-file-utils appstream
   libqt6svg6 dpkg-dev file fakeroot man-db
+  qt6-translations-l10n
 )
 
 missing=()

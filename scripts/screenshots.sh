@@ -1,15 +1,16 @@
 #!/usr/bin/env bash
 # Takes the pictures in docs/screenshots/: the quotes window with the seed collection,
 # one quote selected, in a light and in a dark desktop theme (qt6ct's "darker" colours),
-# on a virtual display. Usage: scripts/screenshots.sh [build dir]
+# and in German with the Quotes menu open, on a virtual display. Usage: scripts/screenshots.sh [build dir]
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 app="${1:-$root/build}/bin/quillbox2"
 out="$root/docs/screenshots"
 mkdir -p "$out"
 
-shoot() { # theme name, then the name of the picture
+shoot() { # theme name, the name of the picture, the language (default English)
   local theme="$1" picture="$2" home
+  export LANGUAGE="${3:-en}"
   home="$(mktemp -d)"
   export HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share" \
          XDG_STATE_HOME="$home/.local/state" XDG_CACHE_HOME="$home/.cache"
@@ -28,11 +29,20 @@ shoot() { # theme name, then the name of the picture
     # The seventh quote of the list, then the filter field left empty.
     xdotool mousemove --window "$window" 120 150 click 1
     sleep 0.7
-    import -window "$window" "$1"
+    if [[ "$LANGUAGE" != en ]]; then # a menu shows more of the translation
+      xdotool key --window "$window" alt+z
+      sleep 0.7
+      # The open menu is a window of its own: cut the area of the window out of the screen.
+      eval "$(xdotool getwindowgeometry --shell "$window")"
+      import -window root -crop "${WIDTH}x${HEIGHT}+${X}+${Y}" +repage "$1"
+    else
+      import -window "$window" "$1"
+    fi
     kill "$pid"' "$app" "$out/$picture"
   rm -rf "$home"
 }
 
 shoot light quotes-window-light.png
 shoot dark quotes-window-dark.png
+shoot light quotes-window-de.png de
 echo "Pictures in $out"

@@ -201,6 +201,97 @@
         <source>iCloud Drive Not Yet Supported</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="BatchImportChooseFileTitle">
+        <source>Import Quotes from a Text File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportSelectSeparatorTitle">
+        <source>Select the Separator</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportSelectSeparatorDescription">
+        <source>Which line separates one quote from the next? These lines occur most often in the file (⏎ stands for a blank line).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportImportButton">
+        <source>Import</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="FileNotText">
+        <source>File not Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="TheProvidedFileDoesNotLookLikeTextFile">
+        <source>The provided file does not look like a text file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="FileTooLarge">
+        <source>File Too Large</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="TheProvidedFileIsTooLargeToImport">
+        <source>The provided file is larger than 64 MiB. Split it into smaller files and import them one by one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesListEmptyQuote">
+        <source>New Quote</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="ButtonRemoveAllQuotes">
+        <source>Remove All</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="ButtonImportQuotes">
+        <source>Import…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="ButtonSettings">
+        <source>Settings…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MenuFile">
+        <source>&amp;File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MenuFileSave">
+        <source>&amp;Save</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MenuFileQuit">
+        <source>&amp;Quit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MenuEdit">
+        <source>&amp;Edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MenuEditUndo">
+        <source>&amp;Undo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MenuEditRedo">
+        <source>&amp;Redo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MenuHelp">
+        <source>&amp;Help</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MenuAbout">
+        <source>&amp;About %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelperCommandLineDescription">
+        <source>Changes the e-mail signature file of Quillbox2 to another quote at the interval set in Quillbox2, while automatic changes are on.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelperCommandLinePrintOption">
+        <source>Print the next quote to standard output and exit (for mail clients that run a command for the signature).</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>QBSettingsView</name>
     <message id="SettingsOutputFileLabel">
         <source>Signature file:</source>
         <translation type="unfinished"></translation>
@@ -277,87 +368,12 @@
         <source>Help</source>
         <translation type="unfinished"></translation>
     </message>
-    <message id="BatchImportChooseFileTitle">
-        <source>Import Quotes from a Text File</source>
+    <message id="SettingsShareUsageStatistics">
+        <source>Share anonymous usage statistics</source>
         <translation type="unfinished"></translation>
     </message>
-    <message id="BatchImportSelectSeparatorTitle">
-        <source>Select the Separator</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message id="BatchImportSelectSeparatorDescription">
-        <source>Which line separates one quote from the next? These lines occur most often in the file (⏎ stands for a blank line).</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message id="BatchImportImportButton">
-        <source>Import</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message id="FileNotText">
-        <source>File not Text</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message id="TheProvidedFileDoesNotLookLikeTextFile">
-        <source>The provided file does not look like a text file</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message id="FileTooLarge">
-        <source>File Too Large</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message id="TheProvidedFileIsTooLargeToImport">
-        <source>The provided file is larger than 64 MiB. Split it into smaller files and import them one by one.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message id="QuotesListEmptyQuote">
-        <source>New Quote</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message id="ButtonRemoveAllQuotes">
-        <source>Remove All</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message id="ButtonImportQuotes">
-        <source>Import…</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message id="ButtonSettings">
-        <source>Settings…</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>MainMenu</name>
-    <message>
-        <source>&amp;File</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>&amp;Save</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>&amp;Quit</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>&amp;Edit</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>&amp;Undo</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>&amp;Redo</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>&amp;Help</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>&amp;About %1</source>
+    <message id="SettingsUsageStatisticsUnavailable">
+        <source>This build of Quillbox2 has no statistics service to send to, so it never sends usage statistics.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -71,7 +71,10 @@ void QBAppDelegate::applicationDidFinishLaunching()
         QStringLiteral("Launch of %1 %2 completed.")
             .arg(QCoreApplication::applicationName(), QCoreApplication::applicationVersion()));
 
-    QBTelemetryHelper::shared().configureWithAppID(qbtelemetrybuild::applicationID());
+    QBTelemetryHelper::shared().configureWithAppID(
+        qbtelemetrybuild::applicationID(),
+        sharesUsageStatistics(
+            QBUserDefaults::standardUserDefaults().objectForKey(QBDefaultsShareUsageStatistics)));
 
     initializeQuotesDB();
 
@@ -122,8 +125,8 @@ void QBAppDelegate::installAlerts()
             QBAlert::shared().warningWithTitle(
                 //% "Changes Cannot Be Saved"
                 qtTrId("QuotesCannotBeSavedTitle"),
-                //% "The quotes database at %1 could not be read (%2), so your changes cannot be
-                // saved until the file is fixed."
+                //% "The quotes database at %1 could not be read (%2), so your changes cannot "
+                //% "be saved until the file is fixed."
                 qtTrId("QuotesCannotBeSavedMessage")
                     .arg(QString::fromStdString(path), QString::fromStdString(reason)));
         });

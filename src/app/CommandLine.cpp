@@ -1,12 +1,11 @@
 #include "app/CommandLine.h"
 
-#include "app/Translations.h"
 #include "core/AppIdentity.h"
+#include "i18n/Translations.h"
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QTranslator>
 
 #include <array>
 #include <cstdio>
@@ -101,10 +100,8 @@ std::optional<int> handleCommandLine(int argc, char* argv[])
     // again before the program ends.
     int applicationArgc = argc;
     QCoreApplication application(applicationArgc, argv);
-    QTranslator translator;
-    if (loadTranslation(translator)) {
-        QCoreApplication::installTranslator(&translator);
-    }
+    QBTranslations translations;
+    translations.install();
     QCommandLineParser parser;
     const Options options;
     setUp(parser, options);

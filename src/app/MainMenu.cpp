@@ -11,13 +11,16 @@
 
 void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
 {
-    QMenu* fileMenu = window.menuBar()->addMenu(QApplication::translate("MainMenu", "&File"));
-    QAction* save = fileMenu->addAction(QApplication::translate("MainMenu", "&Save"));
+    //% "&File"
+    QMenu* fileMenu = window.menuBar()->addMenu(qtTrId("MenuFile"));
+    //% "&Save"
+    QAction* save = fileMenu->addAction(qtTrId("MenuFileSave"));
     save->setObjectName(QStringLiteral("saveAction"));
     save->setShortcut(QKeySequence::Save);
     QObject::connect(save, &QAction::triggered, &delegate, &QBAppDelegate::saveDocument);
     fileMenu->addSeparator();
-    QAction* quit = fileMenu->addAction(QApplication::translate("MainMenu", "&Quit"));
+    //% "&Quit"
+    QAction* quit = fileMenu->addAction(qtTrId("MenuFileQuit"));
     quit->setObjectName(QStringLiteral("quitAction"));
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     quit->setMenuRole(QAction::QuitRole);
@@ -25,13 +28,16 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
     QObject::connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit,
                      Qt::QueuedConnection);
 
-    QMenu* editMenu = window.menuBar()->addMenu(QApplication::translate("MainMenu", "&Edit"));
+    //% "&Edit"
+    QMenu* editMenu = window.menuBar()->addMenu(qtTrId("MenuEdit"));
     QBUndoManager* undoManager = &delegate.undoManager();
-    QAction* undo = editMenu->addAction(QApplication::translate("MainMenu", "&Undo"));
+    //% "&Undo"
+    QAction* undo = editMenu->addAction(qtTrId("MenuEditUndo"));
     undo->setObjectName(QStringLiteral("undoAction"));
     undo->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
     QObject::connect(undo, &QAction::triggered, undoManager, &QBUndoManager::undo);
-    QAction* redo = editMenu->addAction(QApplication::translate("MainMenu", "&Redo"));
+    //% "&Redo"
+    QAction* redo = editMenu->addAction(qtTrId("MenuEditRedo"));
     redo->setObjectName(QStringLiteral("redoAction"));
     redo->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
     QObject::connect(redo, &QAction::triggered, undoManager, &QBUndoManager::redo);
@@ -42,7 +48,8 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
     followStacks();
     QObject::connect(undoManager, &QBUndoManager::stackChanged, undo, followStacks);
 
-    QMenu* helpMenu = window.menuBar()->addMenu(QApplication::translate("MainMenu", "&Help"));
+    //% "&Help"
+    QMenu* helpMenu = window.menuBar()->addMenu(qtTrId("MenuHelp"));
     // Without a help book in the bundle there is nothing to open, so no item either.
     if (!QBHelpBook::helpURL().isEmpty()) {
         //% "%1 Help"
@@ -53,8 +60,9 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
         QObject::connect(help, &QAction::triggered, [] { QBHelpBook::openHelpAnchor(); });
         helpMenu->addSeparator();
     }
-    QAction* about = helpMenu->addAction(QApplication::translate("MainMenu", "&About %1")
-                                             .arg(QApplication::applicationDisplayName()));
+    //% "&About %1"
+    QAction* about =
+        helpMenu->addAction(qtTrId("MenuAbout").arg(QApplication::applicationDisplayName()));
     about->setObjectName(QStringLiteral("aboutAction"));
     about->setMenuRole(QAction::AboutRole);
     QObject::connect(about, &QAction::triggered, &delegate, &QBAppDelegate::showAboutWindow);

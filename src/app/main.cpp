@@ -2,10 +2,10 @@
 #include "app/AppIcon.h"
 #include "app/CommandLine.h"
 #include "app/SingleInstance.h"
-#include "app/Translations.h"
-#include "util/UnixSignalWatcher.h"
 #include "core/AppIdentity.h"
+#include "i18n/Translations.h"
 #include "util/ProcessSafety.h"
+#include "util/UnixSignalWatcher.h"
 
 #include <QApplication>
 

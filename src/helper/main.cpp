@@ -2,6 +2,7 @@
 // prints the next quote for mail clients that run a command for every message.
 #include "core/AppIdentity.h"
 #include "helper/HelperCommands.h"
+#include "i18n/Translations.h"
 #include "util/ProcessSafety.h"
 
 #include <QCommandLineParser>
@@ -13,17 +14,18 @@ int main(int argc, char* argv[])
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QString::fromUtf8(qbidentity::kHelperProcessName));
     QCoreApplication::setApplicationVersion(QStringLiteral(QB_VERSION));
+    installTranslations();
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Changes the e-mail signature file of Quillbox2 to another quote at the "
-                       "interval set in Quillbox2, while auto-randomize is on."));
+    //% "Changes the e-mail signature file of Quillbox2 to another quote at the interval "
+    //% "set in Quillbox2, while automatic changes are on."
+    parser.setApplicationDescription(qtTrId("HelperCommandLineDescription"));
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption print(
-        QStringLiteral("print"),
-        QStringLiteral("Print the next quote to standard output and exit (for mail clients "
-                       "that run a command for the signature)."));
+    const QCommandLineOption print(QStringLiteral("print"),
+                                   //% "Print the next quote to standard output and exit (for "
+                                   //% "mail clients that run a command for the signature)."
+                                   qtTrId("HelperCommandLinePrintOption"));
     parser.addOption(print);
     parser.process(application); // --help, --version and unknown options end here
 

@@ -1,5 +1,7 @@
 #include "signature/SettingsKeys.h"
 
+#include "util/UserDefaults.h"
+
 const std::vector<QBSettingsKey>& settingsKeys()
 {
     static const std::vector<QBSettingsKey> keys = {
@@ -14,6 +16,8 @@ const std::vector<QBSettingsKey>& settingsKeys()
         {QBDefaultsWarnForDuplicates, QMetaType::Bool, QVariant(),
          QBSettingsStore::StandardMirroredToSuite},
         {QBDefaultsAutoRandomize, QMetaType::Bool, QVariant(),
+         QBSettingsStore::StandardMirroredToSuite},
+        {QBDefaultsShareUsageStatistics, QMetaType::Bool, QVariant(),
          QBSettingsStore::StandardMirroredToSuite},
         {QBPrivateDefaultsOutputFileSSB, QMetaType::QByteArray, QVariant(),
          QBSettingsStore::SuiteOnly},
@@ -30,4 +34,9 @@ QVariantMap registeredDefaultSettings()
         }
     }
     return defaults;
+}
+
+bool sharesUsageStatistics(const QVariant& storedValue)
+{
+    return !storedValue.isValid() || QBUserDefaults::boolFromValue(storedValue);
 }

@@ -19,6 +19,9 @@ inline const QString QBDefaultsClearTrailingEmptyLines =
     QStringLiteral("QBDefaultsClearTrailingEmptyLines");
 inline const QString QBDefaultsWarnForDuplicates = QStringLiteral("QBDefaultsWarnForDuplicates");
 inline const QString QBDefaultsAutoRandomize = QStringLiteral("QBDefaultsAutoRandomize");
+// Whether usage statistics may be sent: on until the user turns it off.
+inline const QString QBDefaultsShareUsageStatistics =
+    QStringLiteral("QBDefaultsShareUsageStatistics");
 inline const QString QBPrivateDefaultsOutputFileSSB =
     QStringLiteral("QBPrivateDefaultsOutputFileSSB");
 
@@ -44,6 +47,10 @@ struct QBSettingsKey
 
 // Every key with its stored type, its default and where it lives.
 const std::vector<QBSettingsKey>& settingsKeys();
+
+// The user's choice from the value stored under QBDefaultsShareUsageStatistics; a
+// missing value reads as on.
+bool sharesUsageStatistics(const QVariant& storedValue);
 
 // The registration domain set up at launch: the one key that has a registered default.
 QVariantMap registeredDefaultSettings();

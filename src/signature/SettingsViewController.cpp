@@ -5,6 +5,7 @@
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
+#include "telemetry/QBTelemetryHelper.h"
 #include "ui/Alert.h"
 #include "ui/HelpBook.h"
 #include "util/UserDefaults.h"
@@ -50,6 +51,7 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
     bindCheckBox(mUi->autoRandomizeCheckBox, QBDefaultsAutoRandomize);
     bindCheckBox(mUi->clearTrailingEmptyLinesCheckBox, QBDefaultsClearTrailingEmptyLines);
     bindCheckBox(mUi->warnForDuplicatesCheckBox, QBDefaultsWarnForDuplicates);
+    bindCheckBox(mUi->shareUsageStatisticsCheckBox, QBDefaultsShareUsageStatistics);
 
     mDefaultsObserver = QBNotificationCenter::defaultCenter().addObserver(
         QBUserDefaultsDidChangeNotification, [this](const QBNotification& notification) {
@@ -81,6 +83,14 @@ void QBSettingsViewController::updateControls()
     for (const auto& [box, key] : boxes) {
         box->setChecked(mStandardDefaults.boolForKey(key));
     }
+    // A build without a statistics service shows the switch off and says why.
+    const bool canShare = QBTelemetryHelper::shared().canShare();
+    mUi->shareUsageStatisticsCheckBox->setEnabled(canShare);
+    mUi->shareUsageStatisticsCheckBox->setChecked(
+        canShare &&
+        sharesUsageStatistics(mStandardDefaults.objectForKey(QBDefaultsShareUsageStatistics)));
+    mUi->usageStatisticsUnavailableLabel->setVisible(!canShare);
+
     const QString path = mStandardDefaults.stringForKey(QBDefaultsSignatureOutputPath);
     //% "Click to choose the signature file"
     mUi->clickablePathField->setText(path.isEmpty() ? qtTrId("SettingsNoOutputFile") : path);
@@ -188,6 +198,12 @@ void QBSettingsViewController::userDefaultsDidChange()
                                                //% "Please specify an output file"
                                                qtTrId("PleaseSpecifyOutputFile"));
         }
+    }
+
+    const bool share =
+        sharesUsageStatistics(mStandardDefaults.objectForKey(QBDefaultsShareUsageStatistics));
+    if (share != sharesUsageStatistics(mLastDefaults.value(QBDefaultsShareUsageStatistics))) {
+        QBTelemetryHelper::shared().setUserAllowsSharing(share);
     }
 
     mLastDefaults = mStandardDefaults.dictionaryRepresentation();

@@ -10,20 +10,45 @@ QBTelemetryHelper& QBTelemetryHelper::shared()
     return helper;
 }
 
-void QBTelemetryHelper::configureWithAppID(const QString& appID)
+void QBTelemetryHelper::configureWithAppID(const QString& appID, bool userAllowsSharing)
 {
-    configureWithAppID(appID, TelemetryManagerConfiguration::defaultIngestionEndpoint());
+    configureWithAppID(appID, TelemetryManagerConfiguration::defaultIngestionEndpoint(),
+                       userAllowsSharing);
 }
 
-void QBTelemetryHelper::configureWithAppID(const QString& appID, const QUrl& endpoint)
+void QBTelemetryHelper::configureWithAppID(const QString& appID, const QUrl& endpoint,
+                                           bool userAllowsSharing)
 {
     TelemetryManagerConfiguration configuration(appID, std::nullopt, endpoint);
-    if (configuration.apiBaseURL.isEmpty()) {
+    const bool hasEndpoint = !configuration.apiBaseURL.isEmpty();
+    if (!hasEndpoint) {
         // An open-source build must not post to an address that nobody runs.
         configuration.analyticsDisabled = true;
         logInfoMessage("Usage signals are off: this build has no telemetry endpoint.");
+    } else if (!userAllowsSharing) {
+        configuration.analyticsDisabled = true;
+        logInfoMessage("Usage signals are off: the user does not share usage statistics.");
     }
     TelemetryManager::initialize(configuration);
+    if (hasEndpoint && !userAllowsSharing) {
+        TelemetryManager::shared()->setEnabled(false); // deletes what an earlier run cached
+    }
+}
+
+bool QBTelemetryHelper::canShare() const
+{
+    const TelemetryManager* manager = TelemetryManager::shared();
+    return manager != nullptr && !manager->configuration().apiBaseURL.isEmpty();
+}
+
+void QBTelemetryHelper::setUserAllowsSharing(bool allowed)
+{
+    if (!canShare()) {
+        return;
+    }
+    logInfoMessage(allowed ? "Usage signals turned on by the user."
+                           : "Usage signals turned off by the user.");
+    TelemetryManager::shared()->setEnabled(allowed);
 }
 
 void QBTelemetryHelper::trackEvent(const QString& signalName)

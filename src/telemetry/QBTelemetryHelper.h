@@ -13,10 +13,17 @@ public:
     static QBTelemetryHelper& shared();
 
     // Configures the client for |appID| with the build's ingestion endpoint.
-    void configureWithAppID(const QString& appID);
+    // |userAllowsSharing| is the user's switch: false keeps the client off and deletes
+    // records cached by an earlier run.
+    void configureWithAppID(const QString& appID, bool userAllowsSharing = true);
     // Same with an explicit endpoint; an empty one turns usage signals off (and says so
     // once in the log), so the client sends, caches and writes nothing.
-    void configureWithAppID(const QString& appID, const QUrl& endpoint);
+    void configureWithAppID(const QString& appID, const QUrl& endpoint,
+                            bool userAllowsSharing = true);
+    // False when the configured client has nowhere to send to, whatever the user says.
+    bool canShare() const;
+    // The user turned the switch; without an endpoint the client stays off.
+    void setUserAllowsSharing(bool allowed);
 
     void trackEvent(const QString& signalName);
     void trackEvent(const QString& signalName, const TelemetryParameters& parameters);

@@ -69,6 +69,16 @@ std::optional<QByteArray> takeContents(const QString& path, qint64 maximumBytes,
     return bytes;
 }
 
+void remove(const QString& path)
+{
+    struct stat status
+    {
+    };
+    if (::lstat(QFile::encodeName(path).constData(), &status) == 0 && S_ISREG(status.st_mode)) {
+        QFile::remove(path);
+    }
+}
+
 bool writeAtomically(const QString& path, const QByteArray& bytes)
 {
     if (!QDir().mkpath(QFileInfo(path).absolutePath())) {

@@ -18,6 +18,9 @@ QString defaultLocation();
 // file, |problem| then says why.
 std::optional<QByteArray> takeContents(const QString& path, qint64 maximumBytes, QString& problem);
 
+// Deletes the file when it is a regular one (never a link, FIFO or device).
+void remove(const QString& path);
+
 // Replaces the file atomically (temporary file and rename); false on any failure.
 bool writeAtomically(const QString& path, const QByteArray& bytes);
 

@@ -23,19 +23,26 @@ QPointer<TelemetryManager> gSharedManager; // guarded by gSharedMutex
 TelemetryManager::TelemetryManager(const TelemetryManagerConfiguration& configuration,
                                    TelemetryEnvironment environment, QObject* parent)
     : QObject(parent), mConfiguration(std::make_shared<SharedConfiguration>(configuration)),
-      mClock(environment.clock),
-      mDurationSignalTracker(environment.clock,
+      mClock(environment.clock), mEnvironment(std::move(environment)),
+      mDurationSignalTracker(mEnvironment.clock,
                              [this](const QString& name, const TelemetryParameters& parameters) {
                                  sendInternalSignal(name, parameters);
                              }),
       mLastTimeImmediateSyncRequested(TelemetryClock::distantPast()),
       mLastDateAppEnteredBackground(TelemetryClock::distantPast())
 {
-    if (configuration.analyticsDisabled) {
-        return;
+    if (!configuration.analyticsDisabled) {
+        startClient();
     }
-    mSuite = std::make_shared<QBUserDefaults>(
-        suiteFilePath(configuration.telemetryAppID, environment.suiteFolder));
+}
+
+void TelemetryManager::startClient()
+{
+    const TelemetryManagerConfiguration configuration = mConfiguration->snapshot();
+    if (!mSuite) {
+        mSuite = std::make_shared<QBUserDefaults>(
+            suiteFilePath(configuration.telemetryAppID, mEnvironment.suiteFolder));
+    }
     mSessionManager = std::make_unique<SessionManager>(
         mSuite, mClock, [this](const QString& name, const TelemetryParameters& parameters) {
             sendInternalSignal(name, parameters);
@@ -44,14 +51,42 @@ TelemetryManager::TelemetryManager(const TelemetryManagerConfiguration& configur
     SignalRecordBuilder::Sources sources{
         [this](const QDateTime& moment) { return mDefaultPayload.parameters(moment); },
         [this] { return mSessionManager->retentionParameters(); }, loadOrCreateUserIdentifier()};
-    const QString cacheFilePath = environment.cacheFilePath.isEmpty()
-                                      ? qbsignalcachefile::defaultLocation()
-                                      : environment.cacheFilePath;
     mSignalManager = std::make_unique<SignalManager>(
-        mConfiguration, SignalRecordBuilder(std::move(sources)), cacheFilePath);
+        mConfiguration, SignalRecordBuilder(std::move(sources)), cacheFilePath());
 
     beginSession();
-    mSignalManager->startSending(environment.sendInterval);
+    mSignalManager->startSending(mEnvironment.sendInterval);
+}
+
+void TelemetryManager::stopClient()
+{
+    if (mSignalManager) {
+        // Records being built read the session manager; the cache is dropped unsaved.
+        mSignalManager->waitForPendingSignals();
+        mSignalManager.reset();
+    }
+    mSessionManager.reset();
+    qbsignalcachefile::remove(cacheFilePath());
+}
+
+QString TelemetryManager::cacheFilePath() const
+{
+    // Resolved only when needed: a client that is off never asks where caches go.
+    return mEnvironment.cacheFilePath.isEmpty() ? qbsignalcachefile::defaultLocation()
+                                                : mEnvironment.cacheFilePath;
+}
+
+void TelemetryManager::setEnabled(bool enabled)
+{
+    const bool wasEnabled = !mConfiguration->snapshot().analyticsDisabled;
+    mConfiguration->update([enabled](TelemetryManagerConfiguration& configuration) {
+        configuration.analyticsDisabled = !enabled;
+    });
+    if (!enabled) {
+        stopClient();
+    } else if (!wasEnabled) {
+        startClient();
+    }
 }
 
 TelemetryManager::~TelemetryManager()

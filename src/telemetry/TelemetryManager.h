@@ -66,6 +66,12 @@ public:
     // Posts a batch now unless the last immediate post was at most 10 seconds ago.
     void requestImmediateSync();
 
+    // The user's switch, on the manager's thread. Off: records waiting to be sent are
+    // dropped, the cache file is deleted (also when the client was already off), posts on
+    // their way are abandoned, and nothing is built, cached or sent any more. On again
+    // starts the client as at creation, with a new session.
+    void setEnabled(bool enabled);
+
     void applicationDidEnterBackground();
     void applicationWillEnterForeground();
     // Connects |application|'s applicationStateChanged (when it has one) and aboutToQuit.
@@ -94,6 +100,9 @@ private slots:
     void onApplicationStateChanged(Qt::ApplicationState state);
 
 private:
+    void startClient();
+    void stopClient();
+    QString cacheFilePath() const;
     void sendInternalSignal(const QString& signalName, const TelemetryParameters& parameters);
     void processRequest(SignalRequest request);
     void beginSession();
@@ -101,6 +110,7 @@ private:
 
     const std::shared_ptr<SharedConfiguration> mConfiguration;
     const std::shared_ptr<const TelemetryClock> mClock;
+    const TelemetryEnvironment mEnvironment;
     std::shared_ptr<QBUserDefaults> mSuite;
     DefaultSignalPayload mDefaultPayload;
     DurationSignalTracker mDurationSignalTracker;

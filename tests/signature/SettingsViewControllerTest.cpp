@@ -1,12 +1,16 @@
 #include "signature/SettingsViewController.h"
 
 #include "HelperWorld.h"
+#include "TelemetryTestSupport.h"
 #include "TestHome.h"
 #include "logging/Log.h"
 #include "model/Notifications.h"
 #include "signature/LoginItemService.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
+#include "telemetry/QBTelemetryHelper.h"
+#include "telemetry/SignalCacheFile.h"
+#include "telemetry/SignalManager.h"
 #include "ui/Alert.h"
 #include "util/NotificationCenter.h"
 #include "util/UserDefaults.h"
@@ -15,6 +19,7 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QJsonDocument>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMessageBox>
@@ -210,3 +215,63 @@ TEST_F(SettingsViewControllerTest, OutputPathIsStoredAndBookmarkedUnlessUnusable
 }
 
 } // namespace
+
+TEST_F(SettingsViewControllerTest, UsageStatisticsSwitchStopsPostsAndDeletesCachedRecords)
+{
+    auto* share = child<QCheckBox>("shareUsageStatisticsCheckBox");
+    auto* unavailable = child<QLabel>("usageStatisticsUnavailableLabel");
+    ASSERT_TRUE(share && unavailable);
+    QBTelemetryHelper& telemetry = QBTelemetryHelper::shared();
+
+    // A build without a statistics service: off, disabled, and a line says why.
+    telemetry.configureWithAppID(kAppID, QUrl());
+    mController->viewWillAppear();
+    EXPECT_FALSE(share->isEnabled() || share->isChecked());
+    EXPECT_TRUE(unavailable->isVisible());
+
+    // With a service the switch is on by default; an earlier run's records are loaded.
+    LocalHttpServer server;
+    const QString cacheFile = qbsignalcachefile::defaultLocation();
+    const QByteArray cached = SignalPostBody::encodeList(makeRecords(0, 2));
+    ASSERT_TRUE(qbsignalcachefile::writeAtomically(cacheFile, cached));
+    telemetry.configureWithAppID(kAppID, server.baseURL());
+    mController->viewWillAppear();
+    EXPECT_TRUE(share->isEnabled() && share->isChecked());
+    EXPECT_FALSE(unavailable->isVisible());
+    SignalManager* client = TelemetryManager::shared()->signalManager();
+    client->waitForPendingSignals();
+    ASSERT_GT(client->signalCache().count() + client->batchesInFlight(), 0);
+
+    // Off: the waiting records are dropped, new signals go nowhere, the exit caches nothing.
+    QTest::mouseClick(share, Qt::LeftButton);
+    EXPECT_FALSE(sharesUsageStatistics(mDefaults->objectForKey(QBDefaultsShareUsageStatistics)));
+    EXPECT_TRUE(TelemetryManager::shared()->configuration().analyticsDisabled);
+    telemetry.trackQuoteAdded();
+    TelemetryManager::shared()->appWillTerminate();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(QFile::exists(cacheFile));
+    const auto received = [&server] {
+        QStringList types;
+        for (const RecordedRequest& request : server.requests())
+            for (const QJsonValue& record : QJsonDocument::fromJson(request.body).array())
+                types << record.toObject().value("type"_L1).toString();
+        return types;
+    };
+    EXPECT_FALSE(received().contains(u"Quote.Added"_s));
+
+    // A launch with the switch off deletes what an earlier run cached, unread.
+    ASSERT_TRUE(qbsignalcachefile::writeAtomically(cacheFile, cached));
+    telemetry.configureWithAppID(
+        kAppID, server.baseURL(),
+        sharesUsageStatistics(mDefaults->objectForKey(QBDefaultsShareUsageStatistics)));
+    EXPECT_FALSE(QFile::exists(cacheFile));
+    EXPECT_EQ(TelemetryManager::shared()->signalManager(), nullptr);
+
+    // On again: signals are posted once more.
+    QTest::mouseClick(share, Qt::LeftButton);
+    ASSERT_NE(TelemetryManager::shared()->signalManager(), nullptr);
+    telemetry.trackQuoteAdded();
+    drainToServer(*TelemetryManager::shared()->signalManager(), server);
+    EXPECT_TRUE(received().contains(u"Quote.Added"_s));
+    telemetry.configureWithAppID(kAppID, QUrl()); // the server goes with this test
+}

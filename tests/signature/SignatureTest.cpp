@@ -234,6 +234,7 @@ TEST(SharedUserDefaultsTest, MirroringIsOneWaySparesTheBookmarkAndAnotherProcess
                              "QBDefaultsClearTrailingEmptyLines=<absent>\n"
                              "QBDefaultsWarnForDuplicates=true\n"
                              "QBDefaultsAutoRandomize=false\n"
+                             "QBDefaultsShareUsageStatistics=<absent>\n"
                              "QBPrivateDefaultsOutputFileSSB=0102\n"));
 }
 

@@ -4,6 +4,7 @@
 #include "telemetry/TelemetryHashing.h"
 #include "util/UserDefaults.h"
 
+#include <QFile>
 #include <QRegularExpression>
 #include <QSemaphore>
 #include <QTest>
@@ -227,4 +228,42 @@ TEST_F(TelemetryManagerTest, TheCallerNeverWaitsForRecordBuilding)
     mayLeave.release();
     manager->signalManager()->waitForPendingSignals();
     EXPECT_EQ(manager->signalManager()->signalCache().count(), 1);
+}
+
+TEST_F(TelemetryManagerTest, SwitchedOffItDeletesTheCacheAndPostsNothingUntilSwitchedOnAgain)
+{
+    // A first run ends before it could post its record, which goes to the cache file.
+    auto firstRun = makeManager();
+    firstRun->sendSignal(u"Unsent"_s);
+    firstRun->signalManager()->waitForPendingSignals();
+    firstRun->appWillTerminate();
+    firstRun.reset();
+    ASSERT_TRUE(QFile::exists(cachePath));
+
+    // The next run starts with the switch off: the cached record is deleted unread.
+    configuration.analyticsDisabled = true;
+    auto manager = makeManager();
+    EXPECT_TRUE(QFile::exists(cachePath)); // created off, it touched nothing yet
+    manager->setEnabled(false);
+    EXPECT_FALSE(QFile::exists(cachePath));
+    EXPECT_EQ(manager->signalManager(), nullptr);
+
+    // On again: it sends what is new, and never the deleted record.
+    manager->setEnabled(true);
+    manager->sendSignal(u"Sent"_s);
+    EXPECT_EQ(valuesOf(sentRecords(*manager)), QStringList{u"Sent"_s});
+
+    // Off while records wait: they are dropped, later signals are ignored, and the exit
+    // writes no cache.
+    manager->sendSignal(u"Waiting"_s);
+    manager->signalManager()->waitForPendingSignals();
+    const qsizetype posts = server.requests().size();
+    manager->setEnabled(false);
+    manager->sendSignal(u"Ignored"_s);
+    manager->requestImmediateSync();
+    manager->appWillTerminate();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(server.requests().size(), posts);
+    EXPECT_FALSE(QFile::exists(cachePath));
+    EXPECT_TRUE(manager->configuration().analyticsDisabled);
 }

@@ -1,0 +1,380 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE">
+<context>
+    <name></name>
+    <message id="QuotesCannotBeSavedTitle">
+        <source>Changes Cannot Be Saved</source>
+        <translation>Änderungen können nicht gespeichert werden</translation>
+    </message>
+    <message id="QuotesCannotBeSavedMessage">
+        <source>The quotes database at %1 could not be read (%2), so your changes cannot be saved until the file is fixed.</source>
+        <translation>Die Zitatdatenbank unter %1 konnte nicht gelesen werden (%2). Ihre Änderungen können erst gespeichert werden, wenn die Datei repariert ist.</translation>
+    </message>
+    <message id="CommandLineHelpOption">
+        <source>Show this summary of the options and exit.</source>
+        <translation>Diese Übersicht der Optionen anzeigen und beenden.</translation>
+    </message>
+    <message id="CommandLineVersionOption">
+        <source>Show the version and exit.</source>
+        <translation>Die Version anzeigen und beenden.</translation>
+    </message>
+    <message id="CommandLineDescription">
+        <source>Keeps a collection of quotes and turns one of them into an e-mail signature.</source>
+        <translation>Verwaltet eine Sammlung von Zitaten und macht eines davon zur E-Mail-Signatur.</translation>
+    </message>
+    <message id="CommandLineUnexpectedArgument">
+        <source>Unexpected argument &apos;%1&apos;.</source>
+        <translation>Unerwartetes Argument „%1“.</translation>
+    </message>
+    <message id="CommandLineTryHelp">
+        <source>Try &apos;%1 --help&apos; for more information.</source>
+        <translation>„%1 --help“ zeigt weitere Informationen.</translation>
+    </message>
+    <message id="MenuFile">
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message id="MenuFileSave">
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message id="MenuFileQuit">
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message id="MenuEdit">
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message id="MenuEditUndo">
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message id="MenuEditRedo">
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederherstellen</translation>
+    </message>
+    <message id="MenuHelp">
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message id="MenuHelpBook">
+        <source>%1 Help</source>
+        <translation>%1-Hilfe</translation>
+    </message>
+    <message id="MenuAbout">
+        <source>&amp;About %1</source>
+        <translation>Ü&amp;ber %1</translation>
+    </message>
+    <message id="EditorFontMonospaced">
+        <source>Monospaced</source>
+        <translation>Festbreite</translation>
+    </message>
+    <message id="EditorFontSystem">
+        <source>System</source>
+        <translation>System</translation>
+    </message>
+    <message id="EditorFontSerif">
+        <source>Serif</source>
+        <translation>Serifen</translation>
+    </message>
+    <message id="EditorFontPopupToolTip">
+        <source>Font of the quote editor</source>
+        <translation>Schrift des Zitat-Editors</translation>
+    </message>
+    <message id="EditorCancelEdit">
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message id="EditorConfirmEdit">
+        <source>Confirm</source>
+        <translation>Übernehmen</translation>
+    </message>
+    <message id="EditorNoQuotePlaceholder">
+        <source>Select a quote in the list, or add one.</source>
+        <translation>Wählen Sie ein Zitat in der Liste aus oder fügen Sie eines hinzu.</translation>
+    </message>
+    <message id="CommandChooseQuote">
+        <source>Use as Signature</source>
+        <translation>Als Signatur verwenden</translation>
+    </message>
+    <message id="CommandAddQuote">
+        <source>Add Quote</source>
+        <translation>Zitat hinzufügen</translation>
+    </message>
+    <message id="CommandRemoveQuote">
+        <source>Remove Quote</source>
+        <translation>Zitat entfernen</translation>
+    </message>
+    <message id="CommandRemoveAllQuotes">
+        <source>Remove All Quotes</source>
+        <translation>Alle Zitate entfernen</translation>
+    </message>
+    <message id="CommandEditQuote">
+        <source>Edit Quote</source>
+        <translation>Zitat bearbeiten</translation>
+    </message>
+    <message id="CommandImportQuotes">
+        <source>Import Quotes…</source>
+        <translation>Zitate importieren …</translation>
+    </message>
+    <message id="CommandSettings">
+        <source>Settings…</source>
+        <translation>Einstellungen …</translation>
+    </message>
+    <message id="CommandFindQuotes">
+        <source>Find Quotes</source>
+        <translation>Zitate suchen</translation>
+    </message>
+    <message id="ButtonRemoveAllQuotes">
+        <source>Remove All</source>
+        <translation>Alle entfernen</translation>
+    </message>
+    <message id="ButtonImportQuotes">
+        <source>Import…</source>
+        <translation>Importieren …</translation>
+    </message>
+    <message id="ButtonSettings">
+        <source>Settings…</source>
+        <translation>Einstellungen …</translation>
+    </message>
+    <message id="MenuQuotes">
+        <source>&amp;Quotes</source>
+        <translation>&amp;Zitate</translation>
+    </message>
+    <message id="QuotesFilterPlaceholder">
+        <source>Filter quotes</source>
+        <translation>Zitate filtern</translation>
+    </message>
+    <message id="WindowTitleFormatString">
+        <source>%1 – %L2 quotes</source>
+        <translation>%1 – %L2 Zitate</translation>
+    </message>
+    <message id="QuotesSuccessfullyImportedTitle">
+        <source>Quotes Imported</source>
+        <translation>Zitate importiert</translation>
+    </message>
+    <message id="QuotesImported" numerus="yes">
+        <source>%n quote(s) were added to your collection.</source>
+        <translation>
+            <numerusform>%n Zitat wurde Ihrer Sammlung hinzugefügt.</numerusform>
+            <numerusform>%n Zitate wurden Ihrer Sammlung hinzugefügt.</numerusform>
+        </translation>
+    </message>
+    <message id="NoOutputFileSpecified">
+        <source>No Output File Specified</source>
+        <translation>Keine Ausgabedatei festgelegt</translation>
+    </message>
+    <message id="PleaseSpecifyOutputFile">
+        <source>Please specify an output file</source>
+        <translation>Bitte legen Sie eine Ausgabedatei fest</translation>
+    </message>
+    <message id="AlreadyRunningBroughtToFront">
+        <source>Quillbox2 is already running; its window has been brought to the front.</source>
+        <translation>Quillbox2 läuft bereits; sein Fenster wurde in den Vordergrund geholt.</translation>
+    </message>
+    <message id="AlreadyRunningNoAnswer">
+        <source>Quillbox2 is already running but does not answer.</source>
+        <translation>Quillbox2 läuft bereits, antwortet aber nicht.</translation>
+    </message>
+    <message id="HelperCommandLineDescription">
+        <source>Changes the e-mail signature file of Quillbox2 to another quote at the interval set in Quillbox2, while automatic changes are on.</source>
+        <translation>Ersetzt die E-Mail-Signaturdatei von Quillbox2 in dem in Quillbox2 eingestellten Abstand durch ein anderes Zitat, solange der automatische Wechsel eingeschaltet ist.</translation>
+    </message>
+    <message id="HelperCommandLinePrintOption">
+        <source>Print the next quote to standard output and exit (for mail clients that run a command for the signature).</source>
+        <translation>Das nächste Zitat auf der Standardausgabe ausgeben und beenden (für E-Mail-Programme, die für die Signatur einen Befehl ausführen).</translation>
+    </message>
+    <message id="BatchImportChooseFileTitle">
+        <source>Import Quotes from a Text File</source>
+        <translation>Zitate aus einer Textdatei importieren</translation>
+    </message>
+    <message id="BatchImportSelectSeparatorTitle">
+        <source>Select the Separator</source>
+        <translation>Trennzeile wählen</translation>
+    </message>
+    <message id="BatchImportSelectSeparatorDescription">
+        <source>Which line separates one quote from the next? These lines occur most often in the file (⏎ stands for a blank line).</source>
+        <translation>Welche Zeile trennt ein Zitat vom nächsten? Diese Zeilen kommen in der Datei am häufigsten vor (⏎ steht für eine Leerzeile).</translation>
+    </message>
+    <message id="BatchImportImportButton">
+        <source>Import</source>
+        <translation>Importieren</translation>
+    </message>
+    <message id="FileTooLarge">
+        <source>File Too Large</source>
+        <translation>Datei zu groß</translation>
+    </message>
+    <message id="TheProvidedFileIsTooLargeToImport">
+        <source>The provided file is larger than 64 MiB. Split it into smaller files and import them one by one.</source>
+        <translation>Die gewählte Datei ist größer als 64 MiB. Teilen Sie sie in kleinere Dateien auf und importieren Sie diese einzeln.</translation>
+    </message>
+    <message id="FileNotText">
+        <source>File not Text</source>
+        <translation>Keine Textdatei</translation>
+    </message>
+    <message id="TheProvidedFileDoesNotLookLikeTextFile">
+        <source>The provided file does not look like a text file</source>
+        <translation>Die gewählte Datei scheint keine Textdatei zu sein</translation>
+    </message>
+    <message id="DuplicatesDetectedTitle">
+        <source>Duplicates Detected</source>
+        <translation>Doppelte Zitate gefunden</translation>
+    </message>
+    <message id="CollectionContainsDuplicatesAskRemove">
+        <source>Your collection contains duplicate quotes. Do you want to remove them?</source>
+        <translation>Ihre Sammlung enthält doppelte Zitate. Möchten Sie sie entfernen?</translation>
+    </message>
+    <message id="QuotesListEmptyQuote">
+        <source>New Quote</source>
+        <translation>Neues Zitat</translation>
+    </message>
+    <message id="CurrentSignature.txt">
+        <source>CurrentSignature.txt</source>
+        <extracomment>Default name of the output signature file</extracomment>
+        <translation>AktuelleSignatur.txt</translation>
+    </message>
+    <message id="SettingsNoOutputFile">
+        <source>Click to choose the signature file</source>
+        <translation>Klicken, um die Signaturdatei zu wählen</translation>
+    </message>
+    <message id="PleaseChooseDifferentLocation">
+        <source>Please Choose Different Location</source>
+        <translation>Bitte wählen Sie einen anderen Ort</translation>
+    </message>
+    <message id="ICloudDriveNotYetSupported">
+        <source>iCloud Drive Not Yet Supported</source>
+        <translation>iCloud Drive wird noch nicht unterstützt</translation>
+    </message>
+    <message id="AboutWindowTitle">
+        <source>About %1</source>
+        <translation>Über %1</translation>
+    </message>
+    <message id="AboutVersion">
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message id="AboutDescription">
+        <source>Keeps your collection of quotes and turns one of them at a time into the plain-text signature file your mail client reads.</source>
+        <translation>Verwaltet Ihre Zitatsammlung und schreibt jeweils eines der Zitate in die Signaturdatei im Klartext, die Ihr E-Mail-Programm liest.</translation>
+    </message>
+    <message id="AboutCopyright">
+        <source>Copyright © 2026 The Quillbox2 developers</source>
+        <translation>Copyright © 2026 Die Entwickler von Quillbox2</translation>
+    </message>
+    <message id="AboutLicenseName">
+        <source>GNU General Public License, version 3 or later</source>
+        <translation>GNU General Public License, Version 3 oder neuer</translation>
+    </message>
+    <message id="AboutLicense">
+        <source>Free software under the %1 (GPL-3.0-or-later): you may share and change it under its terms. It comes without any warranty.</source>
+        <translation>Freie Software unter der %1 (GPL-3.0-or-later): Sie dürfen sie zu deren Bedingungen weitergeben und verändern. Sie wird ohne jede Gewährleistung bereitgestellt.</translation>
+    </message>
+    <message id="AboutSampleCredits">
+        <source>The sample collection holds classic quotations in the public domain, by William Shakespeare, William Blake, Emily Dickinson, Walt Whitman, John Donne, William Wordsworth, John Keats, Alexander Pope, Jane Austen, Charles Dickens, Herman Melville, Henry David Thoreau, Benjamin Franklin, Abraham Lincoln, Patrick Henry, Francis Bacon, Johann Wolfgang von Goethe, René Descartes, Blaise Pascal, Jean-Jacques Rousseau, Voltaire, Dante Alighieri, Miguel de Cervantes, Julius Caesar, Horace, Terence, Augustus, Socrates and the Delphic maxims.</source>
+        <translation>Die Beispielsammlung enthält klassische, gemeinfreie Zitate von William Shakespeare, William Blake, Emily Dickinson, Walt Whitman, John Donne, William Wordsworth, John Keats, Alexander Pope, Jane Austen, Charles Dickens, Herman Melville, Henry David Thoreau, Benjamin Franklin, Abraham Lincoln, Patrick Henry, Francis Bacon, Johann Wolfgang von Goethe, René Descartes, Blaise Pascal, Jean-Jacques Rousseau, Voltaire, Dante Alighieri, Miguel de Cervantes, Julius Caesar, Horaz, Terenz, Augustus, Sokrates sowie die delphischen Maximen.</translation>
+    </message>
+    <message id="AboutQtButton">
+        <source>About Qt</source>
+        <translation>Über Qt</translation>
+    </message>
+    <message id="AlertYesButton">
+        <source>Yes</source>
+        <extracomment>Yes field in dialog</extracomment>
+        <translation>Ja</translation>
+    </message>
+    <message id="AlertNoButton">
+        <source>No</source>
+        <extracomment>No field in dialog</extracomment>
+        <translation>Nein</translation>
+    </message>
+</context>
+<context>
+    <name>QBSettingsView</name>
+    <message id="SettingsOutputFileLabel">
+        <source>Signature file:</source>
+        <translation>Signaturdatei:</translation>
+    </message>
+    <message id="SettingsOutputFileToolTip">
+        <source>Click to choose the file your mail client reads as its signature</source>
+        <translation>Klicken, um die Datei zu wählen, die Ihr E-Mail-Programm als Signatur liest</translation>
+    </message>
+    <message id="SettingsIntervalLabel">
+        <source>Change the quote every:</source>
+        <translation>Zitat wechseln alle:</translation>
+    </message>
+    <message id="IntervalOneMinute">
+        <source>1 minute</source>
+        <translation>1 Minute</translation>
+    </message>
+    <message id="IntervalTwoMinutes">
+        <source>2 minutes</source>
+        <translation>2 Minuten</translation>
+    </message>
+    <message id="IntervalFiveMinutes">
+        <source>5 minutes</source>
+        <translation>5 Minuten</translation>
+    </message>
+    <message id="IntervalTenMinutes">
+        <source>10 minutes</source>
+        <translation>10 Minuten</translation>
+    </message>
+    <message id="IntervalFifteenMinutes">
+        <source>15 minutes</source>
+        <translation>15 Minuten</translation>
+    </message>
+    <message id="IntervalThirtyMinutes">
+        <source>30 minutes</source>
+        <translation>30 Minuten</translation>
+    </message>
+    <message id="IntervalOneHour">
+        <source>1 hour</source>
+        <translation>1 Stunde</translation>
+    </message>
+    <message id="IntervalTwoHours">
+        <source>2 hours</source>
+        <translation>2 Stunden</translation>
+    </message>
+    <message id="IntervalFourHours">
+        <source>4 hours</source>
+        <translation>4 Stunden</translation>
+    </message>
+    <message id="IntervalEightHours">
+        <source>8 hours</source>
+        <translation>8 Stunden</translation>
+    </message>
+    <message id="IntervalTwelveHours">
+        <source>12 hours</source>
+        <translation>12 Stunden</translation>
+    </message>
+    <message id="IntervalOneDay">
+        <source>1 day</source>
+        <translation>1 Tag</translation>
+    </message>
+    <message id="SettingsAutoRandomize">
+        <source>Change the signature automatically</source>
+        <translation>Signatur automatisch wechseln</translation>
+    </message>
+    <message id="SettingsClearTrailingEmptyLines">
+        <source>Remove empty lines at the end of quotes</source>
+        <translation>Leere Zeilen am Ende von Zitaten entfernen</translation>
+    </message>
+    <message id="SettingsWarnForDuplicates">
+        <source>Warn about duplicate quotes</source>
+        <translation>Vor doppelten Zitaten warnen</translation>
+    </message>
+    <message id="SettingsShareUsageStatistics">
+        <source>Share anonymous usage statistics</source>
+        <translation>Anonyme Nutzungsstatistiken teilen</translation>
+    </message>
+    <message id="SettingsUsageStatisticsUnavailable">
+        <source>This build of Quillbox2 has no statistics service to send to, so it never sends usage statistics.</source>
+        <translation>Diese Ausgabe von Quillbox2 hat keinen Statistikdienst, an den sie senden könnte, und sendet daher nie Nutzungsstatistiken.</translation>
+    </message>
+    <message id="SettingsHelpButton">
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+</context>
+</TS>

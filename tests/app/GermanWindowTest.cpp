@@ -1,0 +1,139 @@
+// The launched application under LANGUAGE=de (set for this binary by CTest): the menus,
+// buttons, alerts and the settings page read German, Qt's own texts too, and so do the
+// command-line texts of both executables.
+#include "app/AppDelegate.h"
+#include "app/EditorAreaViewController.h"
+#include "app/QuotesWindowController.h"
+#include "core/Bundle.h"
+#include "i18n/Translations.h"
+#include "logging/Log.h"
+#include "ui/AboutWindow.h"
+#include "util/UserDefaults.h"
+
+#include "TestHome.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QListView>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList texts(const QList<QAbstractButton*>& buttons)
+{
+    QStringList list;
+    for (const QAbstractButton* button : buttons)
+        list << button->text();
+    return list;
+}
+
+// Standard output and error of |program| with |arguments| under LANGUAGE=de.
+QString runGerman(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LANGUAGE"), QStringLiteral("de"));
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments);
+    process.waitForFinished(20000);
+    return QString::fromUtf8(process.readAllStandardOutput() + process.readAllStandardError());
+}
+
+class GermanWindowTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_EQ(qEnvironmentVariable("LANGUAGE"), QStringLiteral("de"));
+        QBBundle::setMainBundleResourcePath(QB_BUILD_SHARE_DIR);
+        QBUserDefaults::resetStandardUserDefaults();
+        installTranslations(); // as main() does
+        mDelegate.applicationDidFinishLaunching();
+        mWindow = mDelegate.quotesWindowController();
+        ASSERT_NE(mWindow, nullptr);
+    }
+    void TearDown() override
+    {
+        qblog::removeLogFileSink();
+        QBUserDefaults::resetStandardUserDefaults();
+        QBBundle::setMainBundleResourcePath(QBBundle::defaultResourcePath());
+    }
+    template <typename T> T* child(const char* name) const
+    {
+        return mWindow->findChild<T*>(QString::fromLatin1(name));
+    }
+
+    QBTestHome mHome;
+    QBAppDelegate mDelegate;
+    QBQuotesWindowController* mWindow = nullptr;
+};
+
+TEST_F(GermanWindowTest, MenusButtonsAlertsAndTheSettingsPageReadGerman)
+{
+    QStringList menus;
+    for (const QAction* menu : mWindow->menuBar()->actions())
+        menus << menu->text();
+    EXPECT_EQ(menus, (QStringList{u"&Datei"_s, u"&Bearbeiten"_s, u"&Zitate"_s, u"&Hilfe"_s}));
+    EXPECT_EQ(child<QAction>("quitAction")->text(), u"&Beenden"_s);
+    EXPECT_EQ(child<QAction>("undoAction")->text(), u"&Rückgängig"_s);
+    EXPECT_TRUE(child<QAction>("aboutAction")->text().startsWith(u"Ü&ber "_s));
+    EXPECT_EQ(child<QAbstractButton>("removeAllButton")->text(), u"Alle entfernen"_s);
+    EXPECT_TRUE(mWindow->windowTitle().endsWith(u" Zitate"_s))
+        << mWindow->windowTitle().toStdString();
+
+    // "Use as Signature" without a signature file: the alert, with Qt's own OK button.
+    QListView* list = mWindow->quotesListView();
+    list->setCurrentIndex(list->model()->index(0, 0));
+    child<QAction>("chooseQuoteAction")->trigger();
+    auto* alert = mWindow->findChild<QMessageBox*>();
+    ASSERT_NE(alert, nullptr);
+    EXPECT_EQ(alert->windowTitle() + u" / "_s + alert->text(),
+              u"Keine Ausgabedatei festgelegt / Bitte legen Sie eine Ausgabedatei fest"_s);
+    alert->done(0);
+
+    // The settings page, built from its form with text ids.
+    QWidget* settings = mWindow->editorAreaViewController()->settingsViewController();
+    ASSERT_NE(settings, nullptr);
+    EXPECT_EQ(settings->findChild<QCheckBox*>(u"warnForDuplicatesCheckBox"_s)->text(),
+              u"Vor doppelten Zitaten warnen"_s);
+    EXPECT_EQ(settings->findChild<QCheckBox*>(u"shareUsageStatisticsCheckBox"_s)->text(),
+              u"Anonyme Nutzungsstatistiken teilen"_s);
+
+    // The About window and a standard button, whose text comes from Qt's own table.
+    child<QAction>("aboutAction")->trigger();
+    QBAboutWindow* about = mDelegate.aboutWindowController();
+    ASSERT_NE(about, nullptr);
+    EXPECT_TRUE(about->windowTitle().startsWith(u"Über "_s));
+    EXPECT_TRUE(texts(about->findChildren<QAbstractButton*>()).contains(u"Über Qt"_s));
+    about->close();
+    QDialogButtonBox box(QDialogButtonBox::Cancel | QDialogButtonBox::Close);
+    QStringList standard = texts(box.buttons());
+    standard.sort(); // their order is the platform's
+    EXPECT_EQ(standard, (QStringList{u"Abbrechen"_s, u"Schließen"_s}));
+}
+
+TEST(GermanCommandLineTest, HelpAndErrorsOfBothExecutablesReadGerman)
+{
+    const QString app = QStringLiteral(QB_APP_PATH);
+    const QString help = runGerman(app, {u"--help"_s});
+    EXPECT_TRUE(help.contains(u"Die Version anzeigen und beenden."_s)) << help.toStdString();
+    EXPECT_TRUE(help.contains(u"Optionen:"_s)) << help.toStdString(); // Qt's own text
+    const QString error = runGerman(app, {u"--bogus"_s});
+    EXPECT_TRUE(error.contains(u"Unbekannte Option"_s)) << error.toStdString(); // Qt's own
+    EXPECT_TRUE(error.contains(u"„quillbox2 --help“ zeigt weitere Informationen."_s))
+        << error.toStdString();
+    const QString helperHelp = runGerman(QStringLiteral(QB_HELPER_PATH), {u"--help"_s});
+    EXPECT_TRUE(helperHelp.contains(u"Das nächste Zitat auf der Standardausgabe ausgeben"_s))
+        << helperHelp.toStdString();
+}
+
+} // namespace

@@ -1,0 +1,179 @@
+// The string tables against the code: every text id the code uses has its English text
+// and a finished German one with the same placeholders, the committed tables are exactly
+// what lupdate makes of the code, and the build refuses a text without an id.
+#include "TestHome.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QMap>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSet>
+#include <QXmlStreamReader>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kSourceDir = QStringLiteral(QB_SOURCE_DIR);
+const QString kTablesDir = kSourceDir + u"/resources/translations"_s;
+
+struct TableEntry
+{
+    QString source;
+    QStringList translations; // one per plural form for a %n text
+    bool finished = false;
+};
+
+QMap<QString, TableEntry> readTable(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    QMap<QString, TableEntry> table;
+    QXmlStreamReader xml(&file);
+    QString id;
+    bool numerus = false;
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        const auto name = xml.name();
+        if (name == "message"_L1) {
+            id = xml.attributes().value("id"_L1).toString();
+            numerus = xml.attributes().value("numerus"_L1) == "yes"_L1;
+        } else if (name == "source"_L1) {
+            table[id].source = xml.readElementText();
+        } else if (name == "translation"_L1) {
+            table[id].finished = xml.attributes().value("type"_L1).isEmpty();
+            if (!numerus)
+                table[id].translations << xml.readElementText();
+        } else if (name == "numerusform"_L1) {
+            table[id].translations << xml.readElementText();
+        }
+    }
+    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+    return table;
+}
+
+// Ids of qtTrId("...") in the sources and <string id="..."> in the forms.
+QSet<QString> idsUsedInCode()
+{
+    static const QRegularExpression call(uR"re(qtTrId\(\s*"([^"]+)")re"_s);
+    static const QRegularExpression form(uR"re(<string id="([^"]+)")re"_s);
+    QSet<QString> ids;
+    QDirIterator files(kSourceDir + u"/src"_s, {u"*.cpp"_s, u"*.h"_s, u"*.ui"_s}, QDir::Files,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString path = files.next();
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        for (const auto& match : (path.endsWith(u".ui"_s) ? form : call).globalMatch(text))
+            ids.insert(match.captured(1));
+    }
+    return ids;
+}
+
+QStringList placeholders(const QString& text)
+{
+    static const QRegularExpression marker(uR"(%(L?\d+|n))"_s);
+    QStringList found;
+    for (const auto& match : marker.globalMatch(text))
+        found << match.captured();
+    found.sort();
+    return found;
+}
+
+int run(const QString& program, const QStringList& arguments, QString* output = nullptr)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, arguments);
+    process.waitForFinished(60000);
+    if (output)
+        *output = QString::fromUtf8(process.readAll());
+    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+} // namespace
+
+TEST(TranslationTableTest, EveryIdInTheCodeHasItsEnglishTextAndAFinishedGermanOne)
+{
+    const QSet<QString> ids = idsUsedInCode();
+    ASSERT_GT(ids.size(), 80); // the scan found the texts at all
+    const QMap<QString, TableEntry> english = readTable(kTablesDir + u"/quillbox2_en.ts"_s);
+    const QMap<QString, TableEntry> german = readTable(kTablesDir + u"/quillbox2_de.ts"_s);
+    for (const QString& id : ids) {
+        const std::string name = id.toStdString();
+        ASSERT_TRUE(english.contains(id)) << name << " has no English text";
+        EXPECT_FALSE(english[id].source.trimmed().isEmpty()) << name;
+        ASSERT_TRUE(german.contains(id)) << name << " is missing in German";
+        const TableEntry& entry = german[id];
+        const bool plural = english[id].source.contains(u"%n"_s);
+        EXPECT_TRUE(entry.finished) << name << " is unfinished in German";
+        EXPECT_EQ(entry.translations.size(), plural ? 2 : 1) << name;
+        for (const QString& translation : entry.translations) {
+            EXPECT_FALSE(translation.trimmed().isEmpty()) << name;
+            EXPECT_EQ(placeholders(translation), placeholders(english[id].source)) << name;
+        }
+    }
+    // Nothing is left over from texts the code no longer has.
+    EXPECT_EQ(QSet<QString>(english.keyBegin(), english.keyEnd()), ids);
+    EXPECT_EQ(QSet<QString>(german.keyBegin(), german.keyEnd()), ids);
+}
+
+TEST(TranslationTableTest, TheCommittedTablesAreWhatLupdateMakesOfTheCode)
+{
+    QBTestHome home;
+    QStringList copies;
+    for (const char* table : {"quillbox2_en.ts", "quillbox2_de.ts"}) {
+        const QString name = QString::fromLatin1(table);
+        copies << home.filePath(name);
+        ASSERT_TRUE(QFile::copy(kTablesDir + u'/' + name, copies.last()));
+        QFile::setPermissions(copies.last(), QFile::ReadOwner | QFile::WriteOwner);
+    }
+    QString output;
+    ASSERT_EQ(run(QStringLiteral(QB_LUPDATE),
+                  QStringList{u"-silent"_s, u"-locations"_s, u"none"_s, u"-no-obsolete"_s,
+                              kSourceDir + u"/src"_s, u"-ts"_s} +
+                      copies,
+                  &output),
+              0)
+        << output.toStdString();
+    for (const QString& copy : copies) {
+        QFile updated(copy);
+        QFile committed(kTablesDir + u'/' + QFileInfo(copy).fileName());
+        ASSERT_TRUE(updated.open(QIODevice::ReadOnly) && committed.open(QIODevice::ReadOnly));
+        EXPECT_TRUE(updated.readAll() == committed.readAll())
+            << QFileInfo(copy).fileName().toStdString()
+            << " is out of date: run the update-translations target";
+    }
+}
+
+TEST(TranslationTableTest, TheBuildRefusesATableWithATextWithoutAnId)
+{
+    QBTestHome home;
+    const auto compile = [&home](const QString& message, QString* output) {
+        const QString ts = home.filePath(u"table.ts"_s);
+        QFile file(ts);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(uR"(<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS><TS version="2.1" language="en_US"><context><name></name>%1</context></TS>)"_s
+                       .arg(message)
+                       .toUtf8());
+        file.close();
+        return run(QStringLiteral(QB_CMAKE),
+                   {u"-DLRELEASE="_s + QStringLiteral(QB_LRELEASE), u"-DTS="_s + ts,
+                    u"-DQM="_s + home.filePath(u"table.qm"_s), u"-P"_s,
+                    kSourceDir + u"/cmake/CompileTranslation.cmake"_s},
+                   output);
+    };
+    QString output;
+    EXPECT_EQ(compile(u"<message id=\"Ok\"><source>Fine</source></message>"_s, &output), 0)
+        << output.toStdString();
+    EXPECT_TRUE(QFile::exists(home.filePath(u"table.qm"_s)));
+    EXPECT_NE(compile(u"<message><source>No id</source></message>"_s, &output), 0);
+    EXPECT_TRUE(output.contains(u"without an id"_s)) << output.toStdString();
+    EXPECT_FALSE(QFile::exists(home.filePath(u"table.qm"_s)));
+}
