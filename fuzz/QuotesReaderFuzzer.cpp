@@ -4,6 +4,7 @@
 #include "core/PlainQuotesReader.h"
 #include "core/QuotesDocument.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include <cstddef>
@@ -42,7 +43,22 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         // A damaged document is an expected outcome.
     }
     std::vector<CQuoteRecord> plain;
-    if (readPlainQuotesDocument(bytes, plain)) {
+    const bool accepted = readPlainQuotesDocument(bytes, plain);
+    // Read in pieces of a size taken from the input, the result must be the same.
+    std::size_t offset = 0;
+    const std::size_t piece = size == 0 ? 1 : 1 + data[0] % 61;
+    const QBByteSource source = [&](char* buffer, std::size_t capacity) {
+        const std::size_t count = std::min({piece, capacity, size - offset});
+        bytes.copy(buffer, count, offset);
+        offset += count;
+        return count;
+    };
+    std::vector<CQuoteRecord> pieces;
+    if (readPlainQuotesDocument(source, size, pieces) != accepted ||
+        (accepted && !sameRecords(plain, pieces))) {
+        std::abort();
+    }
+    if (accepted) {
         std::vector<CQuoteRecord> general;
         try {
             readQuotesDocumentWithBoost(bytes, "fuzz", general);

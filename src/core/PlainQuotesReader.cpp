@@ -1,59 +1,147 @@
 #include "core/PlainQuotesReader.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <string>
 
 namespace {
 
-// Reads one document; every method returns false at the first byte it does not expect.
+// Reads one document; every step returns false at the first byte it does not expect,
+// or when it needs bytes beyond those at hand (then mNeedsMore is set).
 class PlainDocumentScanner
 {
 public:
+    // The whole document at once.
     explicit PlainDocumentScanner(std::string_view bytes)
-        : mCursor(bytes.data()), mEnd(bytes.data() + bytes.size())
+        : mCursor(bytes.data()), mEnd(bytes.data() + bytes.size()), mSourceDone(true)
+    {}
+    // The document in pieces from |source|, about |expectedSize| bytes long.
+    PlainDocumentScanner(const QBByteSource& source, std::size_t expectedSize)
+        : mSource(&source), mExpectedSize(expectedSize)
     {}
 
     bool readInto(std::vector<CQuoteRecord>& records)
     {
+        bool empty = false;
+        if (!step([&] { return readHeader(empty); })) {
+            return false;
+        }
+        if (empty) {
+            return step([&] { return take('}') && atEnd(); });
+        }
+        bool closed = false;
+        if (!step([&] { return takeIf(']', closed); })) {
+            return false;
+        }
+        if (!closed) {
+            const char* firstElement = nullptr;
+            if (!step([&] {
+                    firstElement = mCursor;
+                    return readElement(records);
+                })) {
+                return false;
+            }
+            reserveLike(records, std::size_t(mCursor - firstElement));
+            bool more = true;
+            while (more) {
+                if (!step([&] { return takeIf(',', more) && (!more || readElement(records)); })) {
+                    return false;
+                }
+            }
+            if (!step([&] { return take(']'); })) {
+                return false;
+            }
+        }
+        return step([&] { return take('}') && atEnd(); });
+    }
+
+private:
+    static constexpr std::size_t kChunkSize = 256 * 1024;
+
+    // Runs |parse| from the current position; when it stopped for lack of bytes, reads
+    // more and runs it again from the same position.
+    template <typename Parse> bool step(Parse parse)
+    {
+        for (;;) {
+            const char* const start = mCursor;
+            mNeedsMore = false;
+            if (parse()) {
+                return true;
+            }
+            if (!mNeedsMore || mSourceDone) {
+                return false;
+            }
+            readMore(start);
+        }
+    }
+
+    // Keeps the bytes from |keep| on, at the front of the buffer, and appends what the
+    // source gives next.
+    void readMore(const char* keep)
+    {
+        const std::size_t kept = std::size_t(mEnd - keep);
+        mBufferOffset += std::size_t(keep - mBuffer.get());
+        if (kept == mCapacity) {
+            mCapacity = std::max(kChunkSize, mCapacity * 2);
+            auto larger = std::make_unique_for_overwrite<char[]>(mCapacity);
+            if (kept != 0) {
+                std::memcpy(larger.get(), keep, kept);
+            }
+            mBuffer = std::move(larger);
+        } else if (kept != 0) {
+            std::memmove(mBuffer.get(), keep, kept);
+        }
+        const std::size_t count = (*mSource)(mBuffer.get() + kept, mCapacity - kept);
+        mSourceDone = count == 0;
+        mCursor = mBuffer.get();
+        mEnd = mCursor + kept + count;
+    }
+
+    // At least |count| more bytes at hand.
+    bool have(std::ptrdiff_t count)
+    {
+        if (mEnd - mCursor >= count) {
+            return true;
+        }
+        mNeedsMore = true;
+        return false;
+    }
+
+    // {"Quotes": followed by "" (|empty|) or [.
+    bool readHeader(bool& empty)
+    {
         // Boost's parser skips three bytes after a leading 0xEF, whatever they are.
-        if (mCursor != mEnd && static_cast<unsigned char>(*mCursor) == 0xEF) {
+        if (have(1) && static_cast<unsigned char>(*mCursor) == 0xEF) {
             return false;
         }
         if (!(take('{') && takeKey("Quotes"))) {
             return false;
         }
-        if (takeEmptyString()) {
-            return take('}') && atEnd();
-        }
-        if (!take('[')) {
+        skipSpace();
+        if (!have(2)) {
             return false;
         }
-        if (!take(']')) {
-            const char* const firstElement = mCursor;
-            if (!readElement(records)) {
-                return false;
-            }
-            reserveLike(records, std::size_t(mCursor - firstElement));
-            while (take(',')) {
-                if (!readElement(records)) {
-                    return false;
-                }
-            }
-            if (!take(']')) {
-                return false;
-            }
+        empty = mCursor[0] == '"' && mCursor[1] == '"';
+        if (empty) {
+            mCursor += 2;
+            return true;
         }
-        return take('}') && atEnd();
+        return take('[');
     }
 
-private:
     // Room for the rest, guessed from the size of the first element: growing the vector
     // step by step moved and first-touched its memory several times.
     void reserveLike(std::vector<CQuoteRecord>& records, std::size_t firstElementSize) const
     {
-        const std::size_t remaining = std::size_t(mEnd - mCursor) / (firstElementSize + 1);
-        records.reserve(records.size() + remaining + remaining / 4 + 1);
+        std::size_t remaining = std::size_t(mEnd - mCursor);
+        if (mSource != nullptr) {
+            const std::size_t position = mBufferOffset + std::size_t(mCursor - mBuffer.get());
+            remaining = mExpectedSize > position ? mExpectedSize - position : 0;
+        }
+        const std::size_t elements = remaining / (firstElementSize + 1);
+        records.reserve(records.size() + elements + elements / 4 + 1);
     }
 
     // Whitespace as JSON (and Boost) knows it.
@@ -64,7 +152,7 @@ private:
 
     void skipSpace()
     {
-        while (mCursor != mEnd && isSpace(*mCursor)) {
+        while (have(1) && isSpace(*mCursor)) {
             ++mCursor;
         }
     }
@@ -73,41 +161,48 @@ private:
     bool take(char token)
     {
         skipSpace();
-        if (mCursor == mEnd || *mCursor != token) {
+        if (!have(1) || *mCursor != token) {
             return false;
         }
         ++mCursor;
         return true;
     }
 
+    // |found|: whether |token| comes next (after optional whitespace); true unless more
+    // bytes are needed to tell.
+    bool takeIf(char token, bool& found)
+    {
+        skipSpace();
+        if (!have(1)) {
+            return false;
+        }
+        found = *mCursor == token;
+        mCursor += found ? 1 : 0;
+        return true;
+    }
+
+    // Only whitespace up to the end of the document.
     bool atEnd()
     {
         skipSpace();
-        return mCursor == mEnd;
+        if (have(1)) {
+            return false;
+        }
+        mNeedsMore = !mSourceDone;
+        return mSourceDone;
     }
 
     // "|name|" and the colon; keys with escapes are left to the general reader.
     bool takeKey(std::string_view name)
     {
-        if (!take('"')) {
+        if (!take('"') || !have(std::ptrdiff_t(name.size()) + 1)) {
             return false;
         }
-        if (std::size_t(mEnd - mCursor) < name.size() + 1 ||
-            std::string_view(mCursor, name.size()) != name || mCursor[name.size()] != '"') {
+        if (std::string_view(mCursor, name.size()) != name || mCursor[name.size()] != '"') {
             return false;
         }
         mCursor += name.size() + 1;
         return take(':');
-    }
-
-    bool takeEmptyString()
-    {
-        skipSpace();
-        if (mEnd - mCursor >= 2 && mCursor[0] == '"' && mCursor[1] == '"') {
-            mCursor += 2;
-            return true;
-        }
-        return false;
     }
 
     // {"UID": "..", "Content": ".."} in either order.
@@ -119,7 +214,10 @@ private:
             return false;
         }
         skipSpace();
-        const bool uidFirst = mEnd - mCursor > 1 && mCursor[1] == 'U';
+        if (!have(2)) {
+            return false;
+        }
+        const bool uidFirst = mCursor[1] == 'U';
         std::string& first = uidFirst ? uid : content;
         std::string& second = uidFirst ? content : uid;
         if (!(takeKey(uidFirst ? "UID" : "Content") && readString(first) && take(',') &&
@@ -152,10 +250,10 @@ private:
             return false;
         }
         const char* run = mCursor;
-        while (mCursor != mEnd) {
+        for (;;) {
             skipPlainASCII();
-            if (mCursor == mEnd) {
-                break;
+            if (!have(1)) {
+                return false; // unterminated, or more to read
             }
             const auto byte = static_cast<unsigned char>(*mCursor);
             if (byte >= 0x20 && byte < 0x80 && byte != '"' && byte != '\\') {
@@ -175,7 +273,7 @@ private:
                 continue;
             }
             const int continuation = byte < 0x20 ? -1 : continuationBytesAfter(byte);
-            if (continuation < 0 || mEnd - mCursor <= continuation) {
+            if (continuation < 0 || !have(continuation + 1)) {
                 return false;
             }
             for (int index = 1; index <= continuation; ++index) {
@@ -185,7 +283,6 @@ private:
             }
             mCursor += continuation + 1;
         }
-        return false; // unterminated
     }
 
     // Skips printable ASCII other than '"' and '\\', eight bytes at a time while it can:
@@ -211,7 +308,7 @@ private:
 
     bool readHexQuad(unsigned& value)
     {
-        if (mEnd - mCursor < 4) {
+        if (!have(4)) {
             return false;
         }
         value = 0;
@@ -235,7 +332,7 @@ private:
     // After the backslash.
     bool readEscape(std::string& text)
     {
-        if (mCursor == mEnd) {
+        if (!have(1)) {
             return false;
         }
         const char kind = *mCursor++;
@@ -275,7 +372,7 @@ private:
         }
         if ((codePoint & 0xFC00) == 0xD800) {
             unsigned low = 0;
-            if (mEnd - mCursor < 2 || mCursor[0] != '\\' || mCursor[1] != 'u') {
+            if (!have(2) || mCursor[0] != '\\' || mCursor[1] != 'u') {
                 return false;
             }
             mCursor += 2;
@@ -308,18 +405,40 @@ private:
         }
     }
 
-    const char* mCursor;
-    const char* const mEnd;
+    const QBByteSource* mSource = nullptr;
+    std::size_t mExpectedSize = 0;
+    std::unique_ptr<char[]> mBuffer;
+    std::size_t mCapacity = 0;
+    std::size_t mBufferOffset = 0; // of the buffer's first byte in the document
+    const char* mCursor = nullptr;
+    const char* mEnd = nullptr;
+    bool mSourceDone = false;
+    bool mNeedsMore = false;
 };
+
+} // namespace
+
+namespace {
+
+bool readAllOrNothing(PlainDocumentScanner scanner, std::vector<CQuoteRecord>& records)
+{
+    const std::size_t kept = records.size();
+    if (scanner.readInto(records)) {
+        return true;
+    }
+    records.erase(records.begin() + static_cast<std::ptrdiff_t>(kept), records.end());
+    return false;
+}
 
 } // namespace
 
 bool readPlainQuotesDocument(std::string_view bytes, std::vector<CQuoteRecord>& records)
 {
-    const std::size_t kept = records.size();
-    if (PlainDocumentScanner(bytes).readInto(records)) {
-        return true;
-    }
-    records.erase(records.begin() + static_cast<std::ptrdiff_t>(kept), records.end());
-    return false;
+    return readAllOrNothing(PlainDocumentScanner(bytes), records);
+}
+
+bool readPlainQuotesDocument(const QBByteSource& source, std::size_t expectedSize,
+                             std::vector<CQuoteRecord>& records)
+{
+    return readAllOrNothing(PlainDocumentScanner(source, expectedSize), records);
 }

@@ -2,6 +2,8 @@
 
 #include "core/QuoteRecord.h"
 
+#include <cstddef>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -15,3 +17,11 @@
 // other value types, a byte order mark, malformed JSON. The caller then reads the bytes
 // with Boost's parser, which gives the general meaning and the error messages.
 bool readPlainQuotesDocument(std::string_view bytes, std::vector<CQuoteRecord>& records);
+
+// Up to |capacity| bytes into |buffer|; 0 only at the end.
+using QBByteSource = std::function<std::size_t(char* buffer, std::size_t capacity)>;
+// The same, reading |source| (about |expectedSize| bytes) through a buffer of a few
+// hundred kilobytes: a whole database read at once is tens of megabytes of fresh memory,
+// and first touching it cost more than parsing it.
+bool readPlainQuotesDocument(const QBByteSource& source, std::size_t expectedSize,
+                             std::vector<CQuoteRecord>& records);

@@ -9,6 +9,7 @@
 
 #include <boost/property_tree/json_parser.hpp>
 
+#include <algorithm>
 #include <optional>
 #include <sstream>
 
@@ -155,6 +156,23 @@ TEST(QuotesFileTest, PlainReaderAgreesWithBoostAndLeavesOtherShapesToIt)
         records.erase(records.begin());
         return pairsOf(records);
     };
+    // The same through a source that hands out |piece| bytes at a time.
+    const auto viaPieces = [](const std::string& document,
+                              std::size_t piece) -> std::optional<Pairs> {
+        std::size_t offset = 0;
+        const QBByteSource source = [&](char* buffer, std::size_t capacity) {
+            const std::size_t count = std::min({piece, capacity, document.size() - offset});
+            document.copy(buffer, count, offset);
+            offset += count;
+            return count;
+        };
+        std::vector<CQuoteRecord> records;
+        if (!readPlainQuotesDocument(source, document.size(), records)) {
+            EXPECT_TRUE(records.empty()) << document;
+            return std::nullopt;
+        }
+        return pairsOf(records);
+    };
     const auto element = [](const std::string& uid, const std::string& content) {
         return "{\"UID\": \"" + uid + "\", \"Content\": \"" + content + "\"}";
     };
@@ -177,6 +195,9 @@ TEST(QuotesFileTest, PlainReaderAgreesWithBoostAndLeavesOtherShapesToIt)
         const std::optional<Pairs> expected = viaBoost(document);
         ASSERT_TRUE(expected) << document;
         EXPECT_EQ(viaPlain(document), expected) << document;
+        for (const std::size_t piece : {1, 2, 3, 7, 64}) {
+            EXPECT_EQ(viaPieces(document, piece), expected) << piece << ": " << document;
+        }
         std::vector<CQuoteRecord> records;
         readQuotesDocument(document, "test", records);
         EXPECT_EQ(pairsOf(records), *expected) << document;
@@ -203,13 +224,33 @@ TEST(QuotesFileTest, PlainReaderAgreesWithBoostAndLeavesOtherShapesToIt)
     };
     for (const std::string& document : other) {
         EXPECT_EQ(viaPlain(document), std::nullopt) << document;
+        EXPECT_EQ(viaPieces(document, 3), std::nullopt) << document;
     }
+    // A file of many buffers' worth, with one quote larger than a buffer, read back whole.
+    QBTestHome home;
+    const std::string path = home.stdPath(QStringLiteral("large.db"));
+    std::vector<CQuoteRecord> large;
+    for (int number = 0; number < 3000; ++number) {
+        large.emplace_back("Quote \"" + std::to_string(number) + "\" \xc3\xa9\n" +
+                               std::string(std::size_t(number % 200), 'x'),
+                           "uid-" + std::to_string(number));
+    }
+    large.insert(large.begin() + 1500, CQuoteRecord(std::string(600000, 'L'), "huge"));
+    writeQuotesFile(path, large);
+    std::vector<CQuoteRecord> reread;
+    readQuotesFile(path, reread);
+    EXPECT_EQ(pairsOf(reread), pairsOf(large));
+    std::ostringstream general;
+    writeQuotesDocument(general, large);
+    EXPECT_EQ(viaPieces(general.str() + " ", 100000), pairsOf(large));
+
     // Every cut of a real document: the plain reader never accepts what Boost refuses.
     const std::string whole = "{\"Quotes\": [" + element("a\xc3\xa9", "x\\u00e9\xe2\x82\xac\\n") +
                               ", " + element("b", "y") + "]}\n";
     for (std::size_t length = 0; length + 1 < whole.size(); ++length) {
         const std::string cut = whole.substr(0, length);
         EXPECT_EQ(viaPlain(cut), std::nullopt) << cut;
+        EXPECT_EQ(viaPieces(cut, 5), std::nullopt) << cut;
         EXPECT_EQ(viaBoost(cut), std::nullopt) << cut;
     }
 }
