@@ -11,6 +11,7 @@ mkdir -p "$out/corpus"
 clang++ -std=c++20 -O1 -g -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined \
   -I"$root/src" \
   "$root/fuzz/QuotesReaderFuzzer.cpp" "$root/src/core/QuotesDocument.cpp" \
+  "$root/src/core/PlainQuotesReader.cpp" \
   "$root/src/core/QuotesReaderCallbacks.cpp" "$root/src/core/QuoteRecord.cpp" \
   "$root/src/core/UUIDGenerator.cpp" -o "$out/quotes-reader-fuzzer"
 cd "$out"

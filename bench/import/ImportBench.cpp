@@ -79,8 +79,8 @@ public:
     void report(benchmark::State& state) const
     {
         state.counters["file_MB"] = static_cast<double>(mFileSize) / 1e6;
-        state.counters["quotes"] = static_cast<double>(mSource.quotes().size());
-        if (mSource.quotes().size() != kQuotes)
+        state.counters["quotes"] = static_cast<double>(mSource.count());
+        if (mSource.count() != kQuotes)
             state.SkipWithError("the import did not add every quote");
     }
 

@@ -112,7 +112,7 @@ void BM_RebuildQuotesArray(benchmark::State& state)
     fillRepository(false);
     for (auto _ : state)
         setup.mSource.rebuildQuotesArray();
-    state.counters["valueObjects"] = static_cast<double>(setup.mSource.quotes().size());
+    state.counters["quotes"] = static_cast<double>(setup.mSource.count());
 }
 BENCHMARK(BM_RebuildQuotesArray)->Unit(benchmark::kMillisecond)->Repetitions(5);
 

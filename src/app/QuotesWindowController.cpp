@@ -275,7 +275,7 @@ void QBQuotesWindowController::updateCommandStates()
     mChooseAction->setEnabled(hasSelection);
     mRemoveAction->setEnabled(hasSelection);
     mEditAction->setEnabled(hasSelection);
-    mRemoveAllAction->setEnabled(!mQuotesSource.quotes().empty());
+    mRemoveAllAction->setEnabled(!mQuotesSource.isEmpty());
 }
 
 void QBQuotesWindowController::refreshWindowTitle()
@@ -283,7 +283,7 @@ void QBQuotesWindowController::refreshWindowTitle()
     //% "%1 – %L2 quotes"
     setWindowTitle(qtTrId("WindowTitleFormatString")
                        .arg(QCoreApplication::applicationName())
-                       .arg(qlonglong(mQuotesSource.quotes().size())));
+                       .arg(qlonglong(mQuotesSource.count())));
 }
 
 void QBQuotesWindowController::handleNewQuoteSelected()
@@ -334,7 +334,7 @@ void QBQuotesWindowController::finishChangeBatch()
         mPendingRemovals.clear(); // the rebuild reflects them
         mQuotesSource.rebuildQuotesArray();
     } else if (!mPendingRemovals.empty()) {
-        mQuotesArrayController->removeObjects(std::exchange(mPendingRemovals, {}));
+        mQuotesArrayController->removeQuotesWithUIDs(std::exchange(mPendingRemovals, {}));
     }
     if (std::exchange(mSelectLastPending, false))
         selectLastQuoteForEditing();
@@ -357,13 +357,10 @@ void QBQuotesWindowController::handleQuoteRemoved(const QVariantMap& userInfo)
 {
     const QString uid = userInfo.value(QBKeyQuoteUID).toString();
     logInfoMessage(QStringLiteral("Refresh quotes source for removed quote %1").arg(uid));
-    const std::shared_ptr<QBQuoteValueObject> quote = mQuotesSource.valueObjectForQuoteUID(uid);
-    if (quote == nullptr)
-        return;
     if (QBQuotesChangeBatch::isOpen())
-        mPendingRemovals.push_back(quote.get());
+        mPendingRemovals.append(uid);
     else
-        mQuotesArrayController->removeObjects({quote.get()});
+        mQuotesArrayController->removeQuotesWithUIDs({uid});
 }
 
 void QBQuotesWindowController::handleQuotesImported(const QVariantMap& userInfo)

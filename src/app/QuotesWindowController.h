@@ -6,6 +6,7 @@
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QStringList>
 #include <QVariantMap>
 
 #include <memory>
@@ -95,7 +96,7 @@ private:
 
     bool mRebuildPending = false;
     bool mSelectLastPending = false;
-    std::vector<const QBQuoteValueObject*> mPendingRemovals;
+    QStringList mPendingRemovals; // identifiers
 
     QMenu* mQuotesMenu = nullptr;
     QAction* mChooseAction = nullptr;

@@ -66,6 +66,13 @@ std::size_t QBRegularFileForReading::read(char* buffer, std::size_t capacity)
     }
 }
 
+void QBRegularFileForReading::rewind()
+{
+    if (::lseek(mDescriptor, 0, SEEK_SET) != 0) {
+        throw std::system_error(errno, std::generic_category(), "cannot rewind " + mPath);
+    }
+}
+
 std::string QBRegularFileForReading::readAll()
 {
     std::string bytes;

@@ -38,6 +38,8 @@ public:
     std::size_t read(char* buffer, std::size_t capacity);
     // Everything from the current position to the end.
     std::string readAll();
+    // Back to the first byte. Throws on failure.
+    void rewind();
 
 private:
     std::string mPath;

@@ -1,6 +1,7 @@
 #include "core/QuoteRecord.h"
 
 #include <cstdio>
+#include <utility>
 
 namespace {
 constexpr std::size_t kDescriptionBufferSize = 512;
@@ -8,8 +9,8 @@ constexpr std::size_t kDescriptionBufferSize = 512;
 
 CQuoteRecord::CQuoteRecord() : mUID(generateUUIDString()) {}
 
-CQuoteRecord::CQuoteRecord(const std::string& content, const std::string& uid)
-    : mUID(uid.empty() ? generateUUIDString() : uid), mContent(content)
+CQuoteRecord::CQuoteRecord(std::string content, std::string uid)
+    : mUID(uid.empty() ? generateUUIDString() : std::move(uid)), mContent(std::move(content))
 {}
 
 std::string CQuoteRecord::description() const

@@ -8,8 +8,8 @@ class CQuoteRecord
 public:
     // Empty content and a freshly generated identifier.
     CQuoteRecord();
-    // Copies both; an empty |uid| is replaced by a freshly generated identifier.
-    CQuoteRecord(const std::string& content, const std::string& uid);
+    // An empty |uid| is replaced by a freshly generated identifier.
+    CQuoteRecord(std::string content, std::string uid);
 
     // "<CQuoteRecord %p> { mUID = %s, mContent = %s", cut to 511 bytes.
     std::string description() const;

@@ -1,4 +1,5 @@
 #include "core/QuotesDocument.h"
+#include "core/PlainQuotesReader.h"
 #include "core/QuotesReaderCallbacks.h"
 
 // The JSON reader includes the old boost/bind.hpp; keep its global placeholders quiet.
@@ -141,6 +142,14 @@ void writeQuotesDocumentWithPropertyTree(std::ostream& stream,
 
 void readQuotesDocument(const std::string& bytes, const std::string& sourceName,
                         std::vector<CQuoteRecord>& records)
+{
+    if (!readPlainQuotesDocument(bytes, records)) {
+        readQuotesDocumentWithBoost(bytes, sourceName, records);
+    }
+}
+
+void readQuotesDocumentWithBoost(const std::string& bytes, const std::string& sourceName,
+                                 std::vector<CQuoteRecord>& records)
 {
     // Boost's parser, fed a plain character range and callbacks that keep only the
     // quotes: same grammar and errors as read_json, without building a tree.

@@ -21,5 +21,10 @@ void writeQuotesDocumentWithPropertyTree(std::ostream& stream,
 // Parses |bytes| with Boost's JSON parser and appends the records of "Quotes" in document
 // order. Throws on malformed JSON, a missing "Quotes", or an element without "UID" or
 // "Content", keeping the records appended before the faulty element.
+// Documents of the usual shape take a faster path (PlainQuotesReader.h) with the same result.
 void readQuotesDocument(const std::string& bytes, const std::string& sourceName,
                         std::vector<CQuoteRecord>& records);
+// The same through Boost's parser alone, for every document: the general reader, and the
+// reference the faster path is checked against.
+void readQuotesDocumentWithBoost(const std::string& bytes, const std::string& sourceName,
+                                 std::vector<CQuoteRecord>& records);

@@ -1,5 +1,6 @@
 // The quotes database file: the document of QuotesDocument.h, saved crash-safely.
 #include "core/AtomicFileWriter.h"
+#include "core/PlainQuotesReader.h"
 #include "core/QuotesDocument.h"
 #include "core/QuotesRepository.h"
 #include "logging/Log.h"
@@ -20,6 +21,12 @@ writeQuotesFile(const std::string& path, const std::vector<CQuoteRecord>& record
 QBFileIdentity readQuotesFile(const std::string& path, std::vector<CQuoteRecord>& records)
 {
     QBRegularFileForReading file(path);
-    readQuotesDocument(file.readAll(), path, records);
+    const QBByteSource source = [&file](char* buffer, std::size_t capacity) {
+        return file.read(buffer, capacity);
+    };
+    if (!readPlainQuotesDocument(source, std::size_t(file.identity().size), records)) {
+        file.rewind();
+        readQuotesDocumentWithBoost(file.readAll(), path, records);
+    }
     return file.identity();
 }

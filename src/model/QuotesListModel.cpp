@@ -3,7 +3,6 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace {
 
@@ -38,7 +37,7 @@ int QBQuotesListModel::rowCount(const QModelIndex& parent) const
 {
     if (parent.isValid() || mSource == nullptr)
         return 0;
-    return int(mFilter.isEmpty() ? mSource->quotes().size() : mRows.size());
+    return int(mFilter.isEmpty() ? mSource->count() : qsizetype(mRows.size()));
 }
 
 int QBQuotesListModel::sourceIndexOfRow(int row) const
@@ -51,14 +50,18 @@ int QBQuotesListModel::sourceIndexOfRow(int row) const
 std::shared_ptr<QBQuoteValueObject> QBQuotesListModel::objectAtRow(int row) const
 {
     const int index = sourceIndexOfRow(row);
-    return index < 0 ? nullptr : mSource->quotes()[std::size_t(index)];
+    return index < 0 ? nullptr : mSource->valueObjectAt(index);
 }
 
 int QBQuotesListModel::rowOfObject(const QBQuoteValueObject* object) const
 {
     if (mSource == nullptr)
         return -1;
-    const qsizetype index = mSource->indexOfValueObject(object);
+    return rowOfSourceIndex(mSource->indexOfValueObject(object));
+}
+
+int QBQuotesListModel::rowOfSourceIndex(qsizetype index) const
+{
     if (index < 0 || mFilter.isEmpty())
         return int(index);
     const auto found = std::lower_bound(mRows.begin(), mRows.end(), index);
@@ -67,19 +70,19 @@ int QBQuotesListModel::rowOfObject(const QBQuoteValueObject* object) const
 
 QVariant QBQuotesListModel::data(const QModelIndex& index, int role) const
 {
-    const std::shared_ptr<QBQuoteValueObject> quote = objectAtRow(index.row());
-    if (!index.isValid() || quote == nullptr)
+    const int sourceIndex = index.isValid() ? sourceIndexOfRow(index.row()) : -1;
+    if (sourceIndex < 0)
         return QVariant();
     switch (role) {
     case Qt::DisplayRole: {
-        const QString line = singleLine(quote->content());
+        const QString line = singleLine(mSource->contentAt(sourceIndex));
         //% "New Quote"
         return line.isEmpty() ? qtTrId("QuotesListEmptyQuote") : line;
     }
     case Qt::ToolTipRole:
-        return quote->content();
+        return mSource->contentAt(sourceIndex);
     case QuoteUIDRole:
-        return quote->quoteUID();
+        return mSource->quoteUIDAt(sourceIndex);
     default:
         return QVariant();
     }
@@ -87,15 +90,20 @@ QVariant QBQuotesListModel::data(const QModelIndex& index, int role) const
 
 const QString& QBQuotesListModel::foldedTextAt(std::size_t sourceIndex) const
 {
-    const auto& quotes = mSource->quotes();
-    if (mFolded.size() != quotes.size())
-        mFolded.resize(quotes.size());
+    if (mFolded.size() != std::size_t(mSource->count()))
+        mFolded.resize(std::size_t(mSource->count()));
     Folded& entry = mFolded[sourceIndex];
-    const QString content = quotes[sourceIndex]->content();
-    // A shared string is the one folded last time; anything else is a new text.
-    if (!entry.from.isSharedWith(content) || entry.folded.isNull()) {
-        entry.folded = QBQuoteFilter::fold(content);
-        entry.from = content;
+    const auto index = qsizetype(sourceIndex);
+    if (const QBQuoteValueObject* object = mSource->existingValueObjectAt(index)) {
+        // A shared string is the one folded last time; anything else is a new text.
+        const QString content = object->content();
+        if (!entry.done || entry.fromRecord || !entry.from.isSharedWith(content)) {
+            entry = {content, QBQuoteFilter::fold(content), 0, false, true};
+        }
+    } else if (!entry.done || !entry.fromRecord ||
+               entry.revision != mSource->contentRevisionAt(index)) {
+        entry = {QString(), QBQuoteFilter::fold(mSource->contentAt(index)),
+                 mSource->contentRevisionAt(index), true, true};
     }
     return entry.folded;
 }
@@ -104,7 +112,7 @@ void QBQuotesListModel::prepareFilter() const
 {
     if (mSource == nullptr)
         return;
-    for (std::size_t index = 0; index < mSource->quotes().size(); ++index)
+    for (std::size_t index = 0; index < std::size_t(mSource->count()); ++index)
         foldedTextAt(index);
 }
 
@@ -119,7 +127,7 @@ void QBQuotesListModel::arrange(bool narrowOnly)
         for (const qsizetype index : mRows)
             keepIfMatching(index);
     } else {
-        const auto count = qsizetype(mSource->quotes().size());
+        const qsizetype count = mSource->count();
         rows.reserve(std::size_t(count));
         for (qsizetype index = 0; index < count; ++index)
             keepIfMatching(index);
@@ -146,38 +154,24 @@ void QBQuotesListModel::setFilterText(const QString& text)
     endResetModel();
 }
 
-void QBQuotesListModel::removeObjects(const std::vector<const QBQuoteValueObject*>& objects)
+void QBQuotesListModel::removeQuotesWithUIDs(const QStringList& quoteUIDs)
 {
-    if (mSource == nullptr || objects.empty())
+    if (mSource == nullptr || quoteUIDs.isEmpty())
         return;
-    std::vector<qsizetype> removed;
-    removed.reserve(objects.size());
-    if (objects.size() < 16) {
-        for (const QBQuoteValueObject* object : objects) {
-            const qsizetype index = mSource->indexOfValueObject(object);
-            if (index >= 0)
-                removed.push_back(index);
-        }
-    } else { // one pass instead of one search per object
-        const std::unordered_set<const QBQuoteValueObject*> doomed(objects.begin(), objects.end());
-        const auto& quotes = mSource->quotes();
-        for (std::size_t index = 0; index < quotes.size(); ++index) {
-            if (doomed.contains(quotes[index].get()))
-                removed.push_back(qsizetype(index));
-        }
-    }
-    std::sort(removed.begin(), removed.end());
-    removed.erase(std::unique(removed.begin(), removed.end()), removed.end());
+    const std::vector<qsizetype> removed = mSource->indicesOfQuoteUIDs(quoteUIDs);
     if (removed.empty())
         return;
 
     emit layoutAboutToBeChanged();
     const QModelIndexList persistent = persistentIndexList();
-    std::vector<const QBQuoteValueObject*> persistentObjects;
-    persistentObjects.reserve(std::size_t(persistent.size()));
+    std::vector<int> persistentSourceIndices;
+    persistentSourceIndices.reserve(std::size_t(persistent.size()));
     for (const QModelIndex& index : persistent)
-        persistentObjects.push_back(objectAtRow(index.row()).get());
+        persistentSourceIndices.push_back(sourceIndexOfRow(index.row()));
 
+    const auto isRemoved = [&removed](qsizetype index) {
+        return std::binary_search(removed.begin(), removed.end(), index);
+    };
     // Source index shift after the removal: how many removed indices lie below.
     const auto shifted = [&removed](qsizetype index) {
         return index - (std::lower_bound(removed.begin(), removed.end(), index) - removed.begin());
@@ -186,15 +180,15 @@ void QBQuotesListModel::removeObjects(const std::vector<const QBQuoteValueObject
         std::vector<qsizetype> rows;
         rows.reserve(mRows.size());
         for (const qsizetype index : mRows) {
-            if (!std::binary_search(removed.begin(), removed.end(), index))
+            if (!isRemoved(index))
                 rows.push_back(shifted(index));
         }
         mRows = std::move(rows);
     }
-    if (mFolded.size() == mSource->quotes().size()) {
+    if (mFolded.size() == std::size_t(mSource->count())) {
         std::size_t kept = 0;
         for (std::size_t index = 0; index < mFolded.size(); ++index) {
-            if (std::binary_search(removed.begin(), removed.end(), qsizetype(index)))
+            if (isRemoved(qsizetype(index)))
                 continue;
             if (kept != index)
                 mFolded[kept] = std::move(mFolded[index]);
@@ -202,12 +196,14 @@ void QBQuotesListModel::removeObjects(const std::vector<const QBQuoteValueObject
         }
         mFolded.resize(kept);
     }
-    mSource->removeValueObjectsAt(removed);
+    mSource->removeQuotesAt(removed);
 
     QModelIndexList moved;
     moved.reserve(persistent.size());
-    for (const QBQuoteValueObject* object : persistentObjects) {
-        const int row = object == nullptr ? -1 : rowOfObject(object);
+    for (const int sourceIndex : persistentSourceIndices) {
+        int row = -1;
+        if (sourceIndex >= 0 && !isRemoved(sourceIndex))
+            row = rowOfSourceIndex(shifted(sourceIndex));
         moved.append(row < 0 ? QModelIndex() : index(row));
     }
     changePersistentIndexList(persistent, moved);

@@ -5,11 +5,13 @@
 
 #include <QAbstractListModel>
 #include <QPointer>
+#include <QStringList>
 
 #include <vector>
 
-// The quotes list's array controller: shows the value objects of a QBQuotesSource, one
-// row per quote, narrowed by an optional filter. Its rows are the "arranged objects".
+// The quotes list's array controller: shows the quotes of a QBQuotesSource, one row per
+// quote, narrowed by an optional filter. Its rows are the "arranged objects"; a row's
+// value object is made when it is first asked for.
 class QBQuotesListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -33,15 +35,17 @@ public:
     QString filterText() const { return mFilterText; }
     void setFilterText(const QString& text);
 
-    // Takes |objects| out of the source and the rows; one layout change for all of them,
-    // so selections and views keep their other rows.
-    void removeObjects(const std::vector<const QBQuoteValueObject*>& objects);
+    // Takes the quotes with these identifiers out of the source and the rows; one layout
+    // change for all of them, so selections and views keep their other rows.
+    void removeQuotesWithUIDs(const QStringList& quoteUIDs);
 
     // Folds every quote's text for the filter now rather than at the first key.
     void prepareFilter() const;
 
 private:
     int sourceIndexOfRow(int row) const;
+    // The row showing the quote at source |index|, or -1.
+    int rowOfSourceIndex(qsizetype index) const;
     const QString& foldedTextAt(std::size_t sourceIndex) const;
     void arrange(bool narrowOnly);
 
@@ -51,11 +55,15 @@ private:
     // Source indices of the rows, ascending; unused while the filter is empty.
     std::vector<qsizetype> mRows;
     quint64 mArrangedGeneration = 0; // the source's content generation mRows reflect
-    // Folded text per source index, with the text it was folded from to spot edits.
+    // Folded text per source index, with what it was folded from to spot edits: the
+    // value object's text, or else the record's revision.
     struct Folded
     {
         QString from;
         QString folded;
+        quint32 revision = 0;
+        bool fromRecord = false;
+        bool done = false;
     };
     mutable std::vector<Folded> mFolded;
 };

@@ -1,4 +1,5 @@
 #define BOOST_BIND_GLOBAL_PLACEHOLDERS
+#include "core/PlainQuotesReader.h"
 #include "core/QuotesDocument.h"
 #include "core/QuotesRepository.h"
 
@@ -8,6 +9,7 @@
 
 #include <boost/property_tree/json_parser.hpp>
 
+#include <algorithm>
 #include <optional>
 #include <sstream>
 
@@ -129,5 +131,126 @@ TEST(QuotesFileTest, DirectReaderAndWriterAgreeWithBoost)
         } catch (const std::exception&) {
         }
         EXPECT_EQ(readThroughPropertyTree(document), read) << document;
+    }
+}
+
+// The single-pass reader takes the usual shape itself and must give exactly what Boost's
+// parser gives; everything else it hands back untouched.
+TEST(QuotesFileTest, PlainReaderAgreesWithBoostAndLeavesOtherShapesToIt)
+{
+    const auto viaBoost = [](const std::string& document) -> std::optional<Pairs> {
+        std::vector<CQuoteRecord> records;
+        try {
+            readQuotesDocumentWithBoost(document, "test", records);
+        } catch (const std::exception&) {
+            return std::nullopt;
+        }
+        return pairsOf(records);
+    };
+    const auto viaPlain = [](const std::string& document) -> std::optional<Pairs> {
+        std::vector<CQuoteRecord> records{CQuoteRecord("kept", "earlier")};
+        if (!readPlainQuotesDocument(document, records)) {
+            EXPECT_EQ(records.size(), 1u) << document; // nothing half-read left behind
+            return std::nullopt;
+        }
+        records.erase(records.begin());
+        return pairsOf(records);
+    };
+    // The same through a source that hands out |piece| bytes at a time.
+    const auto viaPieces = [](const std::string& document,
+                              std::size_t piece) -> std::optional<Pairs> {
+        std::size_t offset = 0;
+        const QBByteSource source = [&](char* buffer, std::size_t capacity) {
+            const std::size_t count = std::min({piece, capacity, document.size() - offset});
+            document.copy(buffer, count, offset);
+            offset += count;
+            return count;
+        };
+        std::vector<CQuoteRecord> records;
+        if (!readPlainQuotesDocument(source, document.size(), records)) {
+            EXPECT_TRUE(records.empty()) << document;
+            return std::nullopt;
+        }
+        return pairsOf(records);
+    };
+    const auto element = [](const std::string& uid, const std::string& content) {
+        return "{\"UID\": \"" + uid + "\", \"Content\": \"" + content + "\"}";
+    };
+    // Taken by the plain reader: escapes, surrogate pairs, multi-byte and overlong UTF-8
+    // (Boost checks only the byte structure), member order, whitespace, empty forms.
+    const std::string plain[] = {
+        R"({"Quotes": ""})",
+        " \t\r\n{ \"Quotes\" : [ ] }\n",
+        "{\"Quotes\": [" +
+            element("a", R"(\"q\" \\ \/ \b\f\n\r\t \u00e9 \u20AC \ud83d\ude00 \u0000)") + "]}",
+        "{\"Quotes\": [" + element("", "x") + ", {\"Content\": \"y\", \"UID\": \"b\"}]}",
+        "{\"Quotes\": [" +
+            element("c", "Gr\xc3\xbc\xc3\x9f \xe2\x82\xac \xf0\x9f\x98\x80 \xc0\x80 "
+                         "\xed\xa0\x80 \xf7\xbf\xbf\xbf \x7f") +
+            "]}",
+        "{\"Quotes\": [" + element("d", std::string(50, 'z') + "\xc3\xa9" + std::string(9, 'w')) +
+            ",\n" + element("e", "") + "]}",
+    };
+    for (const std::string& document : plain) {
+        const std::optional<Pairs> expected = viaBoost(document);
+        ASSERT_TRUE(expected) << document;
+        EXPECT_EQ(viaPlain(document), expected) << document;
+        for (const std::size_t piece : {1, 2, 3, 7, 64}) {
+            EXPECT_EQ(viaPieces(document, piece), expected) << piece << ": " << document;
+        }
+        std::vector<CQuoteRecord> records;
+        readQuotesDocument(document, "test", records);
+        EXPECT_EQ(pairsOf(records), *expected) << document;
+    }
+    // Left to Boost's parser, which reads them or fails.
+    const std::string other[] = {
+        "\xef\xbb\xbf{\"Quotes\": []}",
+        R"({"Quotes": "text"})",
+        R"({"Version": 1, "Quotes": []})",
+        "{\"Quotes\": [" + element("a", "x") + "], \"More\": 1}",
+        R"({"Quotes": [{"UID": "a", "Content": "x", "Extra": 1}]})",
+        R"({"Quotes": [{"UID": "a", "UID": "b", "Content": "x"}]})",
+        R"({"Quotes": [{"U\u0049D": "a", "Content": "x"}]})",
+        R"({"Quotes": [{"UID": 1, "Content": "x"}]})",
+        R"({"Quotes": {"k": {"UID": "a", "Content": "x"}}})",
+        R"({"Quotes": [{"UID": "a", "Content": "\ude00"}]})",
+        R"({"Quotes": [{"UID": "a", "Content": "\ud83d"}]})",
+        R"({"Quotes": [{"UID": "a", "Content": "\x"}]})",
+        "{\"Quotes\": [" + element("a", "tab\there") + "]}",
+        "{\"Quotes\": [" + element("a", "\xff") + "]}",
+        "{\"Quotes\": [" + element("a", "\xc3(") + "]}",
+        "{\"Quotes\": [" + element("a", "x") + ",]}",
+        "{\"Quotes\": [" + element("a", "x") + "]} x",
+    };
+    for (const std::string& document : other) {
+        EXPECT_EQ(viaPlain(document), std::nullopt) << document;
+        EXPECT_EQ(viaPieces(document, 3), std::nullopt) << document;
+    }
+    // A file of many buffers' worth, with one quote larger than a buffer, read back whole.
+    QBTestHome home;
+    const std::string path = home.stdPath(QStringLiteral("large.db"));
+    std::vector<CQuoteRecord> large;
+    for (int number = 0; number < 3000; ++number) {
+        large.emplace_back("Quote \"" + std::to_string(number) + "\" \xc3\xa9\n" +
+                               std::string(std::size_t(number % 200), 'x'),
+                           "uid-" + std::to_string(number));
+    }
+    large.insert(large.begin() + 1500, CQuoteRecord(std::string(600000, 'L'), "huge"));
+    writeQuotesFile(path, large);
+    std::vector<CQuoteRecord> reread;
+    readQuotesFile(path, reread);
+    EXPECT_EQ(pairsOf(reread), pairsOf(large));
+    std::ostringstream general;
+    writeQuotesDocument(general, large);
+    EXPECT_EQ(viaPieces(general.str() + " ", 100000), pairsOf(large));
+
+    // Every cut of a real document: the plain reader never accepts what Boost refuses.
+    const std::string whole = "{\"Quotes\": [" + element("a\xc3\xa9", "x\\u00e9\xe2\x82\xac\\n") +
+                              ", " + element("b", "y") + "]}\n";
+    for (std::size_t length = 0; length + 1 < whole.size(); ++length) {
+        const std::string cut = whole.substr(0, length);
+        EXPECT_EQ(viaPlain(cut), std::nullopt) << cut;
+        EXPECT_EQ(viaPieces(cut, 5), std::nullopt) << cut;
+        EXPECT_EQ(viaBoost(cut), std::nullopt) << cut;
     }
 }

@@ -149,8 +149,8 @@ TEST_F(ModelTest, TheRoadOfOneEdit)
     QSignalSpy rebuilt(&source, &QBQuotesSource::quotesChanged);
     source.rebuildQuotesArray();
     EXPECT_EQ(rebuilt.count(), 1);
-    ASSERT_EQ(source.quotes().size(), 2u);
-    EXPECT_EQ(source.quotes()[1]->quoteUID(), uids[1]);
+    ASSERT_EQ(source.count(), 2);
+    EXPECT_EQ(source.valueObjectAt(1)->quoteUID(), uids[1]);
     EXPECT_EQ(source.valueObjectForQuoteUID(QStringLiteral("unknown")), nullptr);
     const auto quote = source.valueObjectForQuoteUID(uids[0]);
     // The quotes editor commits a confirmed edit with the window's undo manager.

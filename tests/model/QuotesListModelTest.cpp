@@ -35,9 +35,9 @@ protected:
             lines << mModel.data(mModel.index(row)).toString();
         return lines;
     }
-    const QBQuoteValueObject* object(int sourceIndex) const
+    const QBQuoteValueObject* object(int sourceIndex)
     {
-        return mSource.quotes()[std::size_t(sourceIndex)].get();
+        return mSource.valueObjectAt(sourceIndex).get();
     }
 
     QBQuotesSource mSource;
@@ -98,7 +98,7 @@ TEST_F(QuotesListModelTest, RemovalKeepsOtherRowsAndPersistentIndicesWithAndWith
 {
     const QPersistentModelIndex last(mModel.index(5));
     const QPersistentModelIndex doomed(mModel.index(1));
-    mModel.removeObjects({object(1), object(3)});
+    mModel.removeQuotesWithUIDs({object(1)->quoteUID(), object(3)->quoteUID()});
     EXPECT_EQ(mModel.rowCount(), 4);
     EXPECT_FALSE(doomed.isValid());
     EXPECT_EQ(last.row(), 3);
@@ -111,9 +111,9 @@ TEST_F(QuotesListModelTest, RemovalKeepsOtherRowsAndPersistentIndicesWithAndWith
                            QStringLiteral("CAFE society"), QStringLiteral("tea / and cake")}));
     const QPersistentModelIndex cake(mModel.index(3));
     const QString removedUID = mModel.objectAtRow(1)->quoteUID();
-    mModel.removeObjects({mModel.objectAtRow(1).get()});
+    mModel.removeQuotesWithUIDs({removedUID});
     EXPECT_EQ(cake.row(), 2);
-    EXPECT_EQ(mSource.quotes().size(), 3u);
+    EXPECT_EQ(mSource.count(), 3);
     EXPECT_EQ(mSource.valueObjectForQuoteUID(removedUID), nullptr);
     mModel.setFilterText(QStringLiteral("cake"));
     EXPECT_EQ(mModel.rowCount(), 1);
@@ -132,7 +132,7 @@ TEST_F(QuotesListModelTest, AnUpdateReachesOnlyTheObjectOfThatQuote)
     EXPECT_EQ(object(1)->content(), QStringLiteral("Café au lait"));
     EXPECT_EQ(shown().at(2), QStringLiteral("Carpe noctem"));
     // Objects of the source need no registration of their own.
-    EXPECT_TRUE(mSource.quotes()[2]->notificationTracker().notificationObservers().empty());
+    EXPECT_TRUE(mSource.valueObjectAt(2)->notificationTracker().notificationObservers().empty());
 }
 
 } // namespace

@@ -1,0 +1,444 @@
+#include "core/PlainQuotesReader.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <string>
+
+namespace {
+
+// Reads one document; every step returns false at the first byte it does not expect,
+// or when it needs bytes beyond those at hand (then mNeedsMore is set).
+class PlainDocumentScanner
+{
+public:
+    // The whole document at once.
+    explicit PlainDocumentScanner(std::string_view bytes)
+        : mCursor(bytes.data()), mEnd(bytes.data() + bytes.size()), mSourceDone(true)
+    {}
+    // The document in pieces from |source|, about |expectedSize| bytes long.
+    PlainDocumentScanner(const QBByteSource& source, std::size_t expectedSize)
+        : mSource(&source), mExpectedSize(expectedSize)
+    {}
+
+    bool readInto(std::vector<CQuoteRecord>& records)
+    {
+        bool empty = false;
+        if (!step([&] { return readHeader(empty); })) {
+            return false;
+        }
+        if (empty) {
+            return step([&] { return take('}') && atEnd(); });
+        }
+        bool closed = false;
+        if (!step([&] { return takeIf(']', closed); })) {
+            return false;
+        }
+        if (!closed) {
+            const char* firstElement = nullptr;
+            if (!step([&] {
+                    firstElement = mCursor;
+                    return readElement(records);
+                })) {
+                return false;
+            }
+            reserveLike(records, std::size_t(mCursor - firstElement));
+            bool more = true;
+            while (more) {
+                if (!step([&] { return takeIf(',', more) && (!more || readElement(records)); })) {
+                    return false;
+                }
+            }
+            if (!step([&] { return take(']'); })) {
+                return false;
+            }
+        }
+        return step([&] { return take('}') && atEnd(); });
+    }
+
+private:
+    static constexpr std::size_t kChunkSize = 256 * 1024;
+
+    // Runs |parse| from the current position; when it stopped for lack of bytes, reads
+    // more and runs it again from the same position.
+    template <typename Parse> bool step(Parse parse)
+    {
+        for (;;) {
+            const char* const start = mCursor;
+            mNeedsMore = false;
+            if (parse()) {
+                return true;
+            }
+            if (!mNeedsMore || mSourceDone) {
+                return false;
+            }
+            readMore(start);
+        }
+    }
+
+    // Keeps the bytes from |keep| on, at the front of the buffer, and appends what the
+    // source gives next.
+    void readMore(const char* keep)
+    {
+        const std::size_t kept = std::size_t(mEnd - keep);
+        mBufferOffset += std::size_t(keep - mBuffer.get());
+        if (kept == mCapacity) {
+            mCapacity = std::max(kChunkSize, mCapacity * 2);
+            auto larger = std::make_unique_for_overwrite<char[]>(mCapacity);
+            if (kept != 0) {
+                std::memcpy(larger.get(), keep, kept);
+            }
+            mBuffer = std::move(larger);
+        } else if (kept != 0) {
+            std::memmove(mBuffer.get(), keep, kept);
+        }
+        const std::size_t count = (*mSource)(mBuffer.get() + kept, mCapacity - kept);
+        mSourceDone = count == 0;
+        mCursor = mBuffer.get();
+        mEnd = mCursor + kept + count;
+    }
+
+    // At least |count| more bytes at hand.
+    bool have(std::ptrdiff_t count)
+    {
+        if (mEnd - mCursor >= count) {
+            return true;
+        }
+        mNeedsMore = true;
+        return false;
+    }
+
+    // {"Quotes": followed by "" (|empty|) or [.
+    bool readHeader(bool& empty)
+    {
+        // Boost's parser skips three bytes after a leading 0xEF, whatever they are.
+        if (have(1) && static_cast<unsigned char>(*mCursor) == 0xEF) {
+            return false;
+        }
+        if (!(take('{') && takeKey("Quotes"))) {
+            return false;
+        }
+        skipSpace();
+        if (!have(2)) {
+            return false;
+        }
+        empty = mCursor[0] == '"' && mCursor[1] == '"';
+        if (empty) {
+            mCursor += 2;
+            return true;
+        }
+        return take('[');
+    }
+
+    // Room for the rest, guessed from the size of the first element: growing the vector
+    // step by step moved and first-touched its memory several times.
+    void reserveLike(std::vector<CQuoteRecord>& records, std::size_t firstElementSize) const
+    {
+        std::size_t remaining = std::size_t(mEnd - mCursor);
+        if (mSource != nullptr) {
+            const std::size_t position = mBufferOffset + std::size_t(mCursor - mBuffer.get());
+            remaining = mExpectedSize > position ? mExpectedSize - position : 0;
+        }
+        const std::size_t elements = remaining / (firstElementSize + 1);
+        records.reserve(records.size() + elements + elements / 4 + 1);
+    }
+
+    // Whitespace as JSON (and Boost) knows it.
+    static bool isSpace(char byte)
+    {
+        return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t';
+    }
+
+    void skipSpace()
+    {
+        while (have(1) && isSpace(*mCursor)) {
+            ++mCursor;
+        }
+    }
+
+    // |token| after optional whitespace.
+    bool take(char token)
+    {
+        skipSpace();
+        if (!have(1) || *mCursor != token) {
+            return false;
+        }
+        ++mCursor;
+        return true;
+    }
+
+    // |found|: whether |token| comes next (after optional whitespace); true unless more
+    // bytes are needed to tell.
+    bool takeIf(char token, bool& found)
+    {
+        skipSpace();
+        if (!have(1)) {
+            return false;
+        }
+        found = *mCursor == token;
+        mCursor += found ? 1 : 0;
+        return true;
+    }
+
+    // Only whitespace up to the end of the document.
+    bool atEnd()
+    {
+        skipSpace();
+        if (have(1)) {
+            return false;
+        }
+        mNeedsMore = !mSourceDone;
+        return mSourceDone;
+    }
+
+    // "|name|" and the colon; keys with escapes are left to the general reader.
+    bool takeKey(std::string_view name)
+    {
+        if (!take('"') || !have(std::ptrdiff_t(name.size()) + 1)) {
+            return false;
+        }
+        if (std::string_view(mCursor, name.size()) != name || mCursor[name.size()] != '"') {
+            return false;
+        }
+        mCursor += name.size() + 1;
+        return take(':');
+    }
+
+    // {"UID": "..", "Content": ".."} in either order.
+    bool readElement(std::vector<CQuoteRecord>& records)
+    {
+        std::string uid;
+        std::string content;
+        if (!take('{')) {
+            return false;
+        }
+        skipSpace();
+        if (!have(2)) {
+            return false;
+        }
+        const bool uidFirst = mCursor[1] == 'U';
+        std::string& first = uidFirst ? uid : content;
+        std::string& second = uidFirst ? content : uid;
+        if (!(takeKey(uidFirst ? "UID" : "Content") && readString(first) && take(',') &&
+              takeKey(uidFirst ? "Content" : "UID") && readString(second) && take('}'))) {
+            return false;
+        }
+        records.emplace_back(std::move(content), std::move(uid));
+        return true;
+    }
+
+    // Number of continuation bytes after |lead|, or -1 where Boost's parser refuses the
+    // byte: it checks only the structure (overlong forms and surrogates pass).
+    static int continuationBytesAfter(unsigned char lead)
+    {
+        if (lead < 0xC0) {
+            return -1;
+        }
+        if (lead < 0xE0) {
+            return 1;
+        }
+        if (lead < 0xF0) {
+            return 2;
+        }
+        return lead < 0xF8 ? 3 : -1;
+    }
+
+    bool readString(std::string& text)
+    {
+        if (!take('"')) {
+            return false;
+        }
+        const char* run = mCursor;
+        for (;;) {
+            skipPlainASCII();
+            if (!have(1)) {
+                return false; // unterminated, or more to read
+            }
+            const auto byte = static_cast<unsigned char>(*mCursor);
+            if (byte >= 0x20 && byte < 0x80 && byte != '"' && byte != '\\') {
+                ++mCursor;
+                continue;
+            }
+            if (byte == '"' || byte == '\\') {
+                text.append(run, mCursor);
+                ++mCursor;
+                if (byte == '"') {
+                    return true;
+                }
+                if (!readEscape(text)) {
+                    return false;
+                }
+                run = mCursor;
+                continue;
+            }
+            const int continuation = byte < 0x20 ? -1 : continuationBytesAfter(byte);
+            if (continuation < 0 || !have(continuation + 1)) {
+                return false;
+            }
+            for (int index = 1; index <= continuation; ++index) {
+                if ((static_cast<unsigned char>(mCursor[index]) & 0xC0) != 0x80) {
+                    return false;
+                }
+            }
+            mCursor += continuation + 1;
+        }
+    }
+
+    // Skips printable ASCII other than '"' and '\\', eight bytes at a time while it can:
+    // the bulk of every quote.
+    void skipPlainASCII()
+    {
+        constexpr std::uint64_t kOnes = 0x0101010101010101;
+        constexpr std::uint64_t kHighBits = 0x8080808080808080;
+        const auto hasZeroByte = [](std::uint64_t word) {
+            return ((word - kOnes) & ~word & kHighBits) != 0;
+        };
+        while (mEnd - mCursor >= 8) {
+            std::uint64_t word = 0;
+            std::memcpy(&word, mCursor, sizeof word);
+            const bool belowSpace = ((word - 0x20 * kOnes) & ~word & kHighBits) != 0;
+            if ((word & kHighBits) != 0 || belowSpace || hasZeroByte(word ^ ('"' * kOnes)) ||
+                hasZeroByte(word ^ ('\\' * kOnes))) {
+                break;
+            }
+            mCursor += 8;
+        }
+    }
+
+    bool readHexQuad(unsigned& value)
+    {
+        if (!have(4)) {
+            return false;
+        }
+        value = 0;
+        for (int index = 0; index < 4; ++index, ++mCursor) {
+            const char digit = *mCursor;
+            unsigned nibble = 0;
+            if (digit >= '0' && digit <= '9') {
+                nibble = unsigned(digit - '0');
+            } else if (digit >= 'a' && digit <= 'f') {
+                nibble = unsigned(digit - 'a' + 10);
+            } else if (digit >= 'A' && digit <= 'F') {
+                nibble = unsigned(digit - 'A' + 10);
+            } else {
+                return false;
+            }
+            value = value * 16 + nibble;
+        }
+        return true;
+    }
+
+    // After the backslash.
+    bool readEscape(std::string& text)
+    {
+        if (!have(1)) {
+            return false;
+        }
+        const char kind = *mCursor++;
+        switch (kind) {
+        case '"':
+        case '\\':
+        case '/':
+            text += kind;
+            return true;
+        case 'b':
+            text += '\b';
+            return true;
+        case 'f':
+            text += '\f';
+            return true;
+        case 'n':
+            text += '\n';
+            return true;
+        case 'r':
+            text += '\r';
+            return true;
+        case 't':
+            text += '\t';
+            return true;
+        case 'u':
+            return readCodePointReference(text);
+        default:
+            return false;
+        }
+    }
+
+    bool readCodePointReference(std::string& text)
+    {
+        unsigned codePoint = 0;
+        if (!readHexQuad(codePoint) || (codePoint & 0xFC00) == 0xDC00) {
+            return false;
+        }
+        if ((codePoint & 0xFC00) == 0xD800) {
+            unsigned low = 0;
+            if (!have(2) || mCursor[0] != '\\' || mCursor[1] != 'u') {
+                return false;
+            }
+            mCursor += 2;
+            if (!readHexQuad(low) || (low & 0xFC00) != 0xDC00) {
+                return false;
+            }
+            codePoint = 0x10000 + (((codePoint & 0x3FF) << 10) | (low & 0x3FF));
+        }
+        appendUTF8(text, codePoint);
+        return true;
+    }
+
+    static void appendUTF8(std::string& text, unsigned codePoint)
+    {
+        const auto continuation = [](unsigned bits) { return char(0x80 | (bits & 0x3F)); };
+        if (codePoint < 0x80) {
+            text += char(codePoint);
+        } else if (codePoint < 0x800) {
+            text += char(0xC0 | (codePoint >> 6));
+            text += continuation(codePoint);
+        } else if (codePoint < 0x10000) {
+            text += char(0xE0 | (codePoint >> 12));
+            text += continuation(codePoint >> 6);
+            text += continuation(codePoint);
+        } else {
+            text += char(0xF0 | (codePoint >> 18));
+            text += continuation(codePoint >> 12);
+            text += continuation(codePoint >> 6);
+            text += continuation(codePoint);
+        }
+    }
+
+    const QBByteSource* mSource = nullptr;
+    std::size_t mExpectedSize = 0;
+    std::unique_ptr<char[]> mBuffer;
+    std::size_t mCapacity = 0;
+    std::size_t mBufferOffset = 0; // of the buffer's first byte in the document
+    const char* mCursor = nullptr;
+    const char* mEnd = nullptr;
+    bool mSourceDone = false;
+    bool mNeedsMore = false;
+};
+
+} // namespace
+
+namespace {
+
+bool readAllOrNothing(PlainDocumentScanner scanner, std::vector<CQuoteRecord>& records)
+{
+    const std::size_t kept = records.size();
+    if (scanner.readInto(records)) {
+        return true;
+    }
+    records.erase(records.begin() + static_cast<std::ptrdiff_t>(kept), records.end());
+    return false;
+}
+
+} // namespace
+
+bool readPlainQuotesDocument(std::string_view bytes, std::vector<CQuoteRecord>& records)
+{
+    return readAllOrNothing(PlainDocumentScanner(bytes), records);
+}
+
+bool readPlainQuotesDocument(const QBByteSource& source, std::size_t expectedSize,
+                             std::vector<CQuoteRecord>& records)
+{
+    return readAllOrNothing(PlainDocumentScanner(source, expectedSize), records);
+}
