@@ -21,6 +21,9 @@ shoot() { # theme name, the name of the picture, the language (default English)
   else
     printf '[Appearance]\ncustom_palette=false\nstyle=Fusion\n' > "$XDG_CONFIG_HOME/qt6ct/qt6ct.conf"
   fi
+  # qt6ct answers "Sans Serif" for the fixed font unless told otherwise, as a desktop is.
+  printf '[Fonts]\nfixed="Monospace,10,-1,5,50,0,0,0,0,0"\ngeneral="Sans Serif,10,-1,5,50,0,0,0,0,0"\n' \
+    >> "$XDG_CONFIG_HOME/qt6ct/qt6ct.conf"
   QT_QPA_PLATFORMTHEME=qt6ct xvfb-run -a -s "-screen 0 1280x800x24" bash -c '
     "$0" >/dev/null 2>&1 &
     pid=$!
