@@ -1,6 +1,7 @@
 // libFuzzer target for the quotes database reader: any bytes must give records or an
 // exception, never a crash, a hang or undefined behaviour; and whatever the single-pass
-// reader accepts, Boost's parser must read to the same records.
+// reader accepts, Boost's parser must read to the same records, and its views front end
+// must decode to them too.
 #include "core/PlainQuotesReader.h"
 #include "core/QuotesDocument.h"
 
@@ -53,6 +54,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         offset += count;
         return count;
     };
+    // The views front end accepts the same and decodes to the same.
+    std::vector<CQuoteRecord> viewed;
+    const bool viewAccepted =
+        forEachPlainQuote(bytes, [&viewed](std::string_view uid, std::string_view content) {
+            viewed.emplace_back(decodedQuoteText(content), decodedQuoteText(uid));
+            return true;
+        });
+    if (viewAccepted != accepted || (accepted && !sameRecords(plain, viewed))) {
+        std::abort();
+    }
     std::vector<CQuoteRecord> pieces;
     if (readPlainQuotesDocument(source, size, pieces) != accepted ||
         (accepted && !sameRecords(plain, pieces))) {

@@ -8,6 +8,50 @@
 
 namespace {
 
+constexpr char kSimpleEscapes[] = "\"\\/bfnrt";
+constexpr char kSimpleEscapeBytes[] = "\"\\/\b\f\n\r\t";
+
+// The four hexadecimal digits at |digits|.
+bool hexQuadValue(const char* digits, unsigned& value)
+{
+    value = 0;
+    for (int index = 0; index < 4; ++index) {
+        const char digit = digits[index];
+        unsigned nibble = 0;
+        if (digit >= '0' && digit <= '9') {
+            nibble = unsigned(digit - '0');
+        } else if (digit >= 'a' && digit <= 'f') {
+            nibble = unsigned(digit - 'a' + 10);
+        } else if (digit >= 'A' && digit <= 'F') {
+            nibble = unsigned(digit - 'A' + 10);
+        } else {
+            return false;
+        }
+        value = value * 16 + nibble;
+    }
+    return true;
+}
+
+void appendUTF8(std::string& text, unsigned codePoint)
+{
+    const auto continuation = [](unsigned bits) { return char(0x80 | (bits & 0x3F)); };
+    if (codePoint < 0x80) {
+        text += char(codePoint);
+    } else if (codePoint < 0x800) {
+        text += char(0xC0 | (codePoint >> 6));
+        text += continuation(codePoint);
+    } else if (codePoint < 0x10000) {
+        text += char(0xE0 | (codePoint >> 12));
+        text += continuation(codePoint >> 6);
+        text += continuation(codePoint);
+    } else {
+        text += char(0xF0 | (codePoint >> 18));
+        text += continuation(codePoint >> 12);
+        text += continuation(codePoint >> 6);
+        text += continuation(codePoint);
+    }
+}
+
 // Reads one document; every step returns false at the first byte it does not expect,
 // or when it needs bytes beyond those at hand (then mNeedsMore is set).
 class PlainDocumentScanner
@@ -22,7 +66,10 @@ public:
         : mSource(&source), mExpectedSize(expectedSize)
     {}
 
-    bool readInto(std::vector<CQuoteRecord>& records)
+    // Gives each element to |sink|.quote(uid, content) (still escaped views, valid during
+    // the call) until that returns false, which ends the walk early with true; after the
+    // first element, |sink|.sizeHint(bytes of that element, bytes left) once.
+    template <typename Sink> bool walk(Sink& sink)
     {
         bool empty = false;
         if (!step([&] { return readHeader(empty); })) {
@@ -37,17 +84,25 @@ public:
         }
         if (!closed) {
             const char* firstElement = nullptr;
+            bool goOn = true;
             if (!step([&] {
                     firstElement = mCursor;
-                    return readElement(records);
+                    return readElement(sink, goOn);
                 })) {
                 return false;
             }
-            reserveLike(records, std::size_t(mCursor - firstElement));
+            if (!goOn) {
+                return true;
+            }
+            sink.sizeHint(std::size_t(mCursor - firstElement), bytesLeft());
             bool more = true;
             while (more) {
-                if (!step([&] { return takeIf(',', more) && (!more || readElement(records)); })) {
+                if (!step(
+                        [&] { return takeIf(',', more) && (!more || readElement(sink, goOn)); })) {
                     return false;
+                }
+                if (!goOn) {
+                    return true;
                 }
             }
             if (!step([&] { return take(']'); })) {
@@ -131,17 +186,14 @@ private:
         return take('[');
     }
 
-    // Room for the rest, guessed from the size of the first element: growing the vector
-    // step by step moved and first-touched its memory several times.
-    void reserveLike(std::vector<CQuoteRecord>& records, std::size_t firstElementSize) const
+    // Bytes of the document after the cursor, as far as known.
+    std::size_t bytesLeft() const
     {
-        std::size_t remaining = std::size_t(mEnd - mCursor);
-        if (mSource != nullptr) {
-            const std::size_t position = mBufferOffset + std::size_t(mCursor - mBuffer.get());
-            remaining = mExpectedSize > position ? mExpectedSize - position : 0;
+        if (mSource == nullptr) {
+            return std::size_t(mEnd - mCursor);
         }
-        const std::size_t elements = remaining / (firstElementSize + 1);
-        records.reserve(records.size() + elements + elements / 4 + 1);
+        const std::size_t position = mBufferOffset + std::size_t(mCursor - mBuffer.get());
+        return mExpectedSize > position ? mExpectedSize - position : 0;
     }
 
     // Whitespace as JSON (and Boost) knows it.
@@ -205,11 +257,12 @@ private:
         return take(':');
     }
 
-    // {"UID": "..", "Content": ".."} in either order.
-    bool readElement(std::vector<CQuoteRecord>& records)
+    // {"UID": "..", "Content": ".."} in either order, handed to |sink|; |goOn| gets its
+    // answer. A retried step hands the element over only once it is whole.
+    template <typename Sink> bool readElement(Sink& sink, bool& goOn)
     {
-        std::string uid;
-        std::string content;
+        std::string_view uid;
+        std::string_view content;
         if (!take('{')) {
             return false;
         }
@@ -218,13 +271,13 @@ private:
             return false;
         }
         const bool uidFirst = mCursor[1] == 'U';
-        std::string& first = uidFirst ? uid : content;
-        std::string& second = uidFirst ? content : uid;
+        std::string_view& first = uidFirst ? uid : content;
+        std::string_view& second = uidFirst ? content : uid;
         if (!(takeKey(uidFirst ? "UID" : "Content") && readString(first) && take(',') &&
               takeKey(uidFirst ? "Content" : "UID") && readString(second) && take('}'))) {
             return false;
         }
-        records.emplace_back(std::move(content), std::move(uid));
+        goOn = sink.quote(uid, content);
         return true;
     }
 
@@ -244,12 +297,14 @@ private:
         return lead < 0xF8 ? 3 : -1;
     }
 
-    bool readString(std::string& text)
+    // Checks a string as Boost's parser does; |raw| gets what stands between the
+    // quotation marks, escapes and all.
+    bool readString(std::string_view& raw)
     {
         if (!take('"')) {
             return false;
         }
-        const char* run = mCursor;
+        const char* const begin = mCursor;
         for (;;) {
             skipPlainASCII();
             if (!have(1)) {
@@ -260,16 +315,16 @@ private:
                 ++mCursor;
                 continue;
             }
-            if (byte == '"' || byte == '\\') {
-                text.append(run, mCursor);
+            if (byte == '"') {
+                raw = std::string_view(begin, std::size_t(mCursor - begin));
                 ++mCursor;
-                if (byte == '"') {
-                    return true;
-                }
-                if (!readEscape(text)) {
+                return true;
+            }
+            if (byte == '\\') {
+                ++mCursor;
+                if (!checkEscape()) {
                     return false;
                 }
-                run = mCursor;
                 continue;
             }
             const int continuation = byte < 0x20 ? -1 : continuationBytesAfter(byte);
@@ -308,101 +363,36 @@ private:
 
     bool readHexQuad(unsigned& value)
     {
-        if (!have(4)) {
+        if (!have(4) || !hexQuadValue(mCursor, value)) {
             return false;
         }
-        value = 0;
-        for (int index = 0; index < 4; ++index, ++mCursor) {
-            const char digit = *mCursor;
-            unsigned nibble = 0;
-            if (digit >= '0' && digit <= '9') {
-                nibble = unsigned(digit - '0');
-            } else if (digit >= 'a' && digit <= 'f') {
-                nibble = unsigned(digit - 'a' + 10);
-            } else if (digit >= 'A' && digit <= 'F') {
-                nibble = unsigned(digit - 'A' + 10);
-            } else {
-                return false;
-            }
-            value = value * 16 + nibble;
-        }
+        mCursor += 4;
         return true;
     }
 
-    // After the backslash.
-    bool readEscape(std::string& text)
+    // After the backslash: one of the escapes JSON knows, a \u surrogate only as a pair.
+    bool checkEscape()
     {
         if (!have(1)) {
             return false;
         }
         const char kind = *mCursor++;
-        switch (kind) {
-        case '"':
-        case '\\':
-        case '/':
-            text += kind;
-            return true;
-        case 'b':
-            text += '\b';
-            return true;
-        case 'f':
-            text += '\f';
-            return true;
-        case 'n':
-            text += '\n';
-            return true;
-        case 'r':
-            text += '\r';
-            return true;
-        case 't':
-            text += '\t';
-            return true;
-        case 'u':
-            return readCodePointReference(text);
-        default:
-            return false;
+        if (kind != 'u') {
+            return std::string_view(kSimpleEscapes).find(kind) != std::string_view::npos;
         }
-    }
-
-    bool readCodePointReference(std::string& text)
-    {
         unsigned codePoint = 0;
         if (!readHexQuad(codePoint) || (codePoint & 0xFC00) == 0xDC00) {
             return false;
         }
-        if ((codePoint & 0xFC00) == 0xD800) {
-            unsigned low = 0;
-            if (!have(2) || mCursor[0] != '\\' || mCursor[1] != 'u') {
-                return false;
-            }
-            mCursor += 2;
-            if (!readHexQuad(low) || (low & 0xFC00) != 0xDC00) {
-                return false;
-            }
-            codePoint = 0x10000 + (((codePoint & 0x3FF) << 10) | (low & 0x3FF));
+        if ((codePoint & 0xFC00) != 0xD800) {
+            return true;
         }
-        appendUTF8(text, codePoint);
-        return true;
-    }
-
-    static void appendUTF8(std::string& text, unsigned codePoint)
-    {
-        const auto continuation = [](unsigned bits) { return char(0x80 | (bits & 0x3F)); };
-        if (codePoint < 0x80) {
-            text += char(codePoint);
-        } else if (codePoint < 0x800) {
-            text += char(0xC0 | (codePoint >> 6));
-            text += continuation(codePoint);
-        } else if (codePoint < 0x10000) {
-            text += char(0xE0 | (codePoint >> 12));
-            text += continuation(codePoint >> 6);
-            text += continuation(codePoint);
-        } else {
-            text += char(0xF0 | (codePoint >> 18));
-            text += continuation(codePoint >> 12);
-            text += continuation(codePoint >> 6);
-            text += continuation(codePoint);
+        unsigned low = 0;
+        if (!have(2) || mCursor[0] != '\\' || mCursor[1] != 'u') {
+            return false;
         }
+        mCursor += 2;
+        return readHexQuad(low) && (low & 0xFC00) == 0xDC00;
     }
 
     const QBByteSource* mSource = nullptr;
@@ -420,10 +410,48 @@ private:
 
 namespace {
 
+// The records front end: decodes every string into a record.
+class RecordSink
+{
+public:
+    explicit RecordSink(std::vector<CQuoteRecord>& records) : mRecords(records) {}
+
+    bool quote(std::string_view uid, std::string_view content)
+    {
+        mRecords.emplace_back(decodedQuoteText(content), decodedQuoteText(uid));
+        return true;
+    }
+
+    // Room for the rest, guessed from the size of the first element: growing the vector
+    // step by step moved and first-touched its memory several times.
+    void sizeHint(std::size_t firstElementSize, std::size_t bytesLeft)
+    {
+        const std::size_t elements = bytesLeft / (firstElementSize + 1);
+        mRecords.reserve(mRecords.size() + elements + elements / 4 + 1);
+    }
+
+private:
+    std::vector<CQuoteRecord>& mRecords;
+};
+
+// The views front end: hands the still escaped strings on.
+class VisitorSink
+{
+public:
+    explicit VisitorSink(const QBPlainQuoteVisitor& visit) : mVisit(visit) {}
+
+    bool quote(std::string_view uid, std::string_view content) { return mVisit(uid, content); }
+    void sizeHint(std::size_t, std::size_t) {}
+
+private:
+    const QBPlainQuoteVisitor& mVisit;
+};
+
 bool readAllOrNothing(PlainDocumentScanner scanner, std::vector<CQuoteRecord>& records)
 {
     const std::size_t kept = records.size();
-    if (scanner.readInto(records)) {
+    RecordSink sink(records);
+    if (scanner.walk(sink)) {
         return true;
     }
     records.erase(records.begin() + static_cast<std::ptrdiff_t>(kept), records.end());
@@ -441,4 +469,50 @@ bool readPlainQuotesDocument(const QBByteSource& source, std::size_t expectedSiz
                              std::vector<CQuoteRecord>& records)
 {
     return readAllOrNothing(PlainDocumentScanner(source, expectedSize), records);
+}
+
+bool forEachPlainQuote(std::string_view document, const QBPlainQuoteVisitor& visit)
+{
+    VisitorSink sink(visit);
+    return PlainDocumentScanner(document).walk(sink);
+}
+
+std::size_t plainQuoteCountBound(std::string_view document)
+{
+    // The smallest element and its comma: {"UID":"x","Content":""},
+    constexpr std::size_t kSmallestElement = 25;
+    return document.size() / kSmallestElement + 1;
+}
+
+std::string decodedQuoteText(std::string_view escaped)
+{
+    std::size_t backslash = escaped.find('\\');
+    if (backslash == std::string_view::npos) {
+        return std::string(escaped);
+    }
+    std::string text;
+    text.reserve(escaped.size());
+    std::size_t run = 0;
+    while (backslash != std::string_view::npos) {
+        text.append(escaped.data() + run, backslash - run);
+        const char kind = escaped[backslash + 1];
+        run = backslash + 2;
+        if (kind != 'u') {
+            text += kSimpleEscapeBytes[std::string_view(kSimpleEscapes).find(kind)];
+        } else {
+            unsigned codePoint = 0;
+            hexQuadValue(escaped.data() + run, codePoint);
+            run += 4;
+            if ((codePoint & 0xFC00) == 0xD800) {
+                unsigned low = 0;
+                hexQuadValue(escaped.data() + run + 2, low);
+                run += 6;
+                codePoint = 0x10000 + (((codePoint & 0x3FF) << 10) | (low & 0x3FF));
+            }
+            appendUTF8(text, codePoint);
+        }
+        backslash = escaped.find('\\', run);
+    }
+    text.append(escaped.data() + run, escaped.size() - run);
+    return text;
 }

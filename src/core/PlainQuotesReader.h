@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -25,3 +26,18 @@ using QBByteSource = std::function<std::size_t(char* buffer, std::size_t capacit
 // and first touching it cost more than parsing it.
 bool readPlainQuotesDocument(const QBByteSource& source, std::size_t expectedSize,
                              std::vector<CQuoteRecord>& records);
+
+// The same walk over a document at hand (a mapped file, say) without copying it: each
+// quote's UID and content as still escaped views into |document|, so that a caller can
+// pick one and decode only that. |visit| returning false ends the walk early, and true
+// is returned; false means the document is not of the usual shape (what was visited so
+// far then means nothing).
+using QBPlainQuoteVisitor = std::function<bool(std::string_view uid, std::string_view content)>;
+bool forEachPlainQuote(std::string_view document, const QBPlainQuoteVisitor& visit);
+
+// At least the number of quotes |document| can hold, from its size: reserving this much
+// costs address space only, while growing a vector step by step touches new pages.
+std::size_t plainQuoteCountBound(std::string_view document);
+
+// The text of a string forEachPlainQuote gave.
+std::string decodedQuoteText(std::string_view escaped);

@@ -1,8 +1,8 @@
 #include "helper/QuoteSource.h"
 
+#include "core/PlainQuotesReader.h"
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
-#include "helper/InPlaceQuotesReader.h"
 #include "helper/QuoteCycle.h"
 
 #include <QFile>
@@ -20,21 +20,25 @@ QString noQuotesProblem(const QString& shownPath)
     return QStringLiteral("The quotes database '%1' holds no quotes").arg(shownPath);
 }
 
-// The quick way: the file as the application writes it, read without copying. Nothing
-// when the file has another layout or is damaged.
+// The quick way: a file of the usual shape, read without copying and decoding only the
+// chosen quote. Nothing when the file has another shape or is damaged, or when the full
+// reader would change a UID (it replaces an empty one; an escaped one would need decoding).
 std::optional<QBHelperQuoteSource::Pick> pickInPlace(std::string_view document,
                                                      const QString& shownPath)
 {
     std::vector<std::string_view> uids;
     std::vector<std::string_view> contents;
-    uids.reserve(QBInPlaceQuotesReader::quoteCountBound(document));
+    uids.reserve(plainQuoteCountBound(document));
     contents.reserve(uids.capacity());
-    if (!QBInPlaceQuotesReader::forEachQuote(
-            document, [&uids, &contents](std::string_view uid, std::string_view content) {
-                uids.push_back(uid);
-                contents.push_back(content);
-                return true;
-            })) {
+    bool uidsAsRead = true;
+    if (!forEachPlainQuote(document,
+                           [&](std::string_view uid, std::string_view content) {
+                               uidsAsRead = !uid.empty() && uid.find('\\') == uid.npos;
+                               uids.push_back(uid);
+                               contents.push_back(content);
+                               return uidsAsRead;
+                           }) ||
+        !uidsAsRead) {
         return std::nullopt;
     }
     QBHelperQuoteSource::Pick pick;
@@ -45,13 +49,12 @@ std::optional<QBHelperQuoteSource::Pick> pickInPlace(std::string_view document,
     const std::string wanted = QBQuoteCycle(QBHelperQuoteSource::cycleStatePath()).next(uids);
     const auto found = std::find(uids.cbegin(), uids.cend(), wanted);
     if (found != uids.cend()) {
-        pick.content = QBInPlaceQuotesReader::decodedContent(
-            contents[static_cast<std::size_t>(found - uids.cbegin())]);
+        pick.content = decodedQuoteText(contents[static_cast<std::size_t>(found - uids.cbegin())]);
     }
     return pick;
 }
 
-// Any other layout, and the errors of a damaged file, come from the application's reader.
+// Any other shape, and the errors of a damaged file, come from the application's reader.
 QBHelperQuoteSource::Pick pickFromRecords(const std::string& path, const QString& shownPath)
 {
     QBHelperQuoteSource::Pick pick;

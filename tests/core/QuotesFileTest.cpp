@@ -46,6 +46,13 @@ std::optional<Pairs> readThroughPropertyTree(const std::string& document)
     return result;
 }
 
+std::string appLayout(const std::vector<CQuoteRecord>& records)
+{
+    std::ostringstream stream;
+    writeQuotesDocument(stream, records);
+    return stream.str();
+}
+
 } // namespace
 
 TEST(QuotesFileTest, WritesTheExactPrettyPrintedDocument)
@@ -156,6 +163,18 @@ TEST(QuotesFileTest, PlainReaderAgreesWithBoostAndLeavesOtherShapesToIt)
         records.erase(records.begin());
         return pairsOf(records);
     };
+    // The views front end, every string decoded; it must agree with the records.
+    const auto viaViews = [](const std::string& document) -> std::optional<Pairs> {
+        Pairs pairs;
+        if (!forEachPlainQuote(document, [&pairs](std::string_view uid, std::string_view content) {
+                pairs.emplace_back(decodedQuoteText(uid), decodedQuoteText(content));
+                return true;
+            })) {
+            return std::nullopt;
+        }
+        EXPECT_LE(pairs.size(), plainQuoteCountBound(document));
+        return pairs;
+    };
     // The same through a source that hands out |piece| bytes at a time.
     const auto viaPieces = [](const std::string& document,
                               std::size_t piece) -> std::optional<Pairs> {
@@ -190,11 +209,19 @@ TEST(QuotesFileTest, PlainReaderAgreesWithBoostAndLeavesOtherShapesToIt)
             "]}",
         "{\"Quotes\": [" + element("d", std::string(50, 'z') + "\xc3\xa9" + std::string(9, 'w')) +
             ",\n" + element("e", "") + "]}",
+        "{\"Quotes\": [" + element("a\\/b", "x") + "]}",
+        appLayout({{"Line\nbreak\ttab\r\n\"quote\" back\\slash / slash", "u1"},
+                   {std::string("controls \x01\x1f\b\f and nul ") + '\0' + "end", "u2"},
+                   {"Gr\xc3\xbc\xc3\x9f \xe2\x80\x94 \xf0\x9f\x98\x80", "u3"},
+                   {"", "u4"},
+                   {"Plain words", "u1"}}), // a repeated UID stays repeated
+        appLayout({}),
     };
     for (const std::string& document : plain) {
         const std::optional<Pairs> expected = viaBoost(document);
         ASSERT_TRUE(expected) << document;
         EXPECT_EQ(viaPlain(document), expected) << document;
+        EXPECT_EQ(viaViews(document), expected) << document;
         for (const std::size_t piece : {1, 2, 3, 7, 64}) {
             EXPECT_EQ(viaPieces(document, piece), expected) << piece << ": " << document;
         }
@@ -224,6 +251,7 @@ TEST(QuotesFileTest, PlainReaderAgreesWithBoostAndLeavesOtherShapesToIt)
     };
     for (const std::string& document : other) {
         EXPECT_EQ(viaPlain(document), std::nullopt) << document;
+        EXPECT_EQ(viaViews(document), std::nullopt) << document;
         EXPECT_EQ(viaPieces(document, 3), std::nullopt) << document;
     }
     // A file of many buffers' worth, with one quote larger than a buffer, read back whole.
@@ -250,7 +278,23 @@ TEST(QuotesFileTest, PlainReaderAgreesWithBoostAndLeavesOtherShapesToIt)
     for (std::size_t length = 0; length + 1 < whole.size(); ++length) {
         const std::string cut = whole.substr(0, length);
         EXPECT_EQ(viaPlain(cut), std::nullopt) << cut;
+        EXPECT_EQ(viaViews(cut), std::nullopt) << cut;
         EXPECT_EQ(viaPieces(cut, 5), std::nullopt) << cut;
         EXPECT_EQ(viaBoost(cut), std::nullopt) << cut;
     }
+}
+
+// A visitor that has what it needs stops the walk; the rest is not looked at.
+TEST(QuotesFileTest, PlainQuoteWalkStopsWhenTheVisitorSaysSo)
+{
+    std::ostringstream document;
+    writeQuotesDocument(document, {{"one", "u1"}, {"two", "u2"}});
+    std::vector<std::string> uids;
+    const auto firstOnly = [&uids](std::string_view uid, std::string_view) {
+        uids.emplace_back(uid);
+        return false;
+    };
+    EXPECT_TRUE(forEachPlainQuote(document.str(), firstOnly));
+    EXPECT_TRUE(forEachPlainQuote(document.str() + "damage after the first", firstOnly));
+    EXPECT_EQ(uids, (std::vector<std::string>{"u1", "u1"}));
 }
