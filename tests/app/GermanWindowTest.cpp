@@ -10,7 +10,7 @@
 #include "ui/AboutWindow.h"
 #include "util/UserDefaults.h"
 
-#include "TestHome.h"
+#include "LaunchedAppFixture.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -48,33 +48,14 @@ QString runGerman(const QString& program, const QStringList& arguments)
     return QString::fromUtf8(process.readAllStandardOutput() + process.readAllStandardError());
 }
 
-class GermanWindowTest : public ::testing::Test
+class GermanWindowTest : public LaunchedAppFixture
 {
 protected:
     void SetUp() override
     {
         ASSERT_EQ(qEnvironmentVariable("LANGUAGE"), QStringLiteral("de"));
-        QBBundle::setMainBundleResourcePath(QB_BUILD_SHARE_DIR);
-        QBUserDefaults::resetStandardUserDefaults();
-        installTranslations(); // as main() does
-        mDelegate.applicationDidFinishLaunching();
-        mWindow = mDelegate.quotesWindowController();
-        ASSERT_NE(mWindow, nullptr);
+        LaunchedAppFixture::SetUp();
     }
-    void TearDown() override
-    {
-        qblog::removeLogFileSink();
-        QBUserDefaults::resetStandardUserDefaults();
-        QBBundle::setMainBundleResourcePath(QBBundle::defaultResourcePath());
-    }
-    template <typename T> T* child(const char* name) const
-    {
-        return mWindow->findChild<T*>(QString::fromLatin1(name));
-    }
-
-    QBTestHome mHome;
-    QBAppDelegate mDelegate;
-    QBQuotesWindowController* mWindow = nullptr;
 };
 
 TEST_F(GermanWindowTest, MenusButtonsAlertsAndTheSettingsPageReadGerman)

@@ -16,7 +16,7 @@
 #include "util/NotificationCenter.h"
 #include "util/UserDefaults.h"
 
-#include "TestHome.h"
+#include "LaunchedAppFixture.h"
 
 #include <QAction>
 #include <QApplication>
@@ -41,34 +41,20 @@ void settle()
     QCoreApplication::processEvents();
 }
 
-class QuotesWindowTest : public ::testing::Test
+class QuotesWindowTest : public LaunchedAppFixture
 {
 protected:
     void SetUp() override
     {
-        QBBundle::setMainBundleResourcePath(QB_BUILD_SHARE_DIR);
-        QBUserDefaults::resetStandardUserDefaults();
-        installTranslations();
-        mDelegate.applicationDidFinishLaunching();
-        mWindow = mDelegate.quotesWindowController();
-        ASSERT_NE(mWindow, nullptr);
+        LaunchedAppFixture::SetUp();
+        if (HasFatalFailure())
+            return;
         mWindow->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
         mEditor = mWindow->editorAreaViewController()->quotesEditorViewController();
         mList = mWindow->quotesListView();
         mText = mEditor->quoteTextView();
         mSeedCount = int(CQuotesRepository::getInstance().mQuotes.size());
-    }
-    void TearDown() override
-    {
-        qblog::removeLogFileSink();
-        QBUserDefaults::resetStandardUserDefaults();
-        QBBundle::setMainBundleResourcePath(QBBundle::defaultResourcePath());
-    }
-
-    template <typename T> T* child(const char* name) const
-    {
-        return mWindow->findChild<T*>(QString::fromLatin1(name));
     }
     void clickRow(int row) const
     {
@@ -124,9 +110,6 @@ protected:
         return text;
     }
 
-    QBTestHome mHome;
-    QBAppDelegate mDelegate;
-    QBQuotesWindowController* mWindow = nullptr;
     QBQuotesEditorViewController* mEditor = nullptr;
     QListView* mList = nullptr;
     QTextEdit* mText = nullptr;

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "app/QuotesWindowController.h"
+#include "core/Bundle.h"
+#include "i18n/Translations.h"
+#include "logging/Log.h"
+#include "util/UserDefaults.h"
+
+#include "TestHome.h"
+
+#include <gtest/gtest.h>
+
+// The application launched in this process the way main() starts it, resources taken
+// from the build tree, in a temporary home; mWindow is its quotes window.
+class LaunchedAppFixture : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        QBBundle::setMainBundleResourcePath(QB_BUILD_SHARE_DIR);
+        QBUserDefaults::resetStandardUserDefaults();
+        installTranslations();
+        mDelegate.applicationDidFinishLaunching();
+        mWindow = mDelegate.quotesWindowController();
+        ASSERT_NE(mWindow, nullptr);
+    }
+    void TearDown() override
+    {
+        qblog::removeLogFileSink();
+        QBUserDefaults::resetStandardUserDefaults();
+        QBBundle::setMainBundleResourcePath(QBBundle::defaultResourcePath());
+    }
+
+    template <typename T> T* child(const char* name) const
+    {
+        return mWindow->findChild<T*>(QString::fromLatin1(name));
+    }
+
+    QBTestHome mHome;
+    QBAppDelegate mDelegate;
+    QBQuotesWindowController* mWindow = nullptr;
+};
