@@ -8,6 +8,7 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cmath>
 
 QBSignatureRotator::QBSignatureRotator(QObject* parent) : QObject(parent)
@@ -50,9 +51,10 @@ bool QBSignatureRotator::readSettings()
         return false;
     }
     // Whole seconds as the application stores them; a fraction is accepted for tools.
+    // Beyond what a timer holds (24.8 days) the interval is clamped, not wrapped around.
     const double stored = suite.doubleForKey(QBDefaultsRandomizeInterval);
     mIntervalSeconds = std::isfinite(stored) && stored > 0
-                           ? std::max(stored, kMinimumIntervalSeconds)
+                           ? std::clamp(stored, kMinimumIntervalSeconds, kMaximumIntervalSeconds)
                            : static_cast<double>(kQBDefaultRandomizeIntervalSeconds);
     return true;
 }

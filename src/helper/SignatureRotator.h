@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <limits>
 
 // The helper's work: every interval, the next quote of the shuffled cycle goes into the
 // signature file through the same writer the application uses. Settings come from the
@@ -18,6 +19,7 @@ class QBSignatureRotator : public QObject
     Q_OBJECT
 public:
     static constexpr double kMinimumIntervalSeconds = 0.1;
+    static constexpr double kMaximumIntervalSeconds = std::numeric_limits<int>::max() / 1000;
 
     explicit QBSignatureRotator(QObject* parent = nullptr);
 

@@ -8,6 +8,8 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
+#include <cstdio>
+
 int main(int argc, char* argv[])
 {
     makeProcessSafe();
@@ -28,6 +30,12 @@ int main(int argc, char* argv[])
                                    qtTrId("HelperCommandLinePrintOption"));
     parser.addOption(print);
     parser.process(application); // --help, --version and unknown options end here
+    if (!parser.positionalArguments().isEmpty()) {
+        std::fprintf(stderr, "%s: %s\n", qbidentity::kHelperProcessName,
+                     qPrintable(qtTrId("CommandLineUnexpectedArgument")
+                                    .arg(parser.positionalArguments().constFirst())));
+        return 1;
+    }
 
     return parser.isSet(print) ? qbhelper::printNextQuote() : qbhelper::runRotation();
 }

@@ -1,8 +1,12 @@
 // The save dialog of QBCurrentSignatureFileHelper: the one part of it that needs widgets.
 #include "signature/CurrentSignatureFileHelper.h"
+#include "signature/SettingsKeys.h"
+#include "util/UserDefaults.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMainWindow>
 
 namespace {
@@ -34,6 +38,13 @@ void QBCurrentSignatureFileHelper::askPathToOutputSignatureFile(
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setWindowModality(Qt::WindowModal);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
+    // In the current signature file's folder, else the home folder: not wherever the
+    // program happened to be started from.
+    const QFileInfo current(
+        QBUserDefaults::standardUserDefaults().stringForKey(QBDefaultsSignatureOutputPath));
+    dialog->setDirectory(current.fileName().isEmpty() || !current.absoluteDir().exists()
+                             ? QDir::homePath()
+                             : current.absolutePath());
     //: Default name of the output signature file
     //% "CurrentSignature.txt"
     dialog->selectFile(qtTrId("CurrentSignature.txt"));

@@ -14,6 +14,7 @@
 #include <QSaveFile>
 #include <QThread>
 
+#include <algorithm>
 #include <csignal>
 #include <syslog.h>
 
@@ -24,27 +25,26 @@ QString gHelperPathOverride;
 constexpr int kStopWaitMilliseconds = 2000;
 
 // Exec= quoting of the Desktop Entry rules: a path with reserved characters goes in
-// double quotes with ", `, $ and \ escaped, and the value then escapes its backslashes.
+// double quotes with ", `, $ and \ escaped, and the value then escapes its backslashes;
+// a literal % is %%, since a lone one starts a field code.
 QString desktopExecArgument(const QString& argument)
 {
     static const QString reserved = QStringLiteral(" \t\n\"'\\><~|&;$*?#()`");
-    bool needsQuotes = false;
+    static const QString escapedInQuotes = QStringLiteral("\"`$\\");
+    const bool needsQuotes = std::any_of(argument.cbegin(), argument.cend(),
+                                         [](QChar c) { return reserved.contains(c); });
+    QString value = needsQuotes ? QStringLiteral("\"") : QString();
     for (const QChar c : argument) {
-        needsQuotes = needsQuotes || reserved.contains(c);
-    }
-    if (!needsQuotes) {
-        return argument;
-    }
-    QString quoted;
-    for (const QChar c : argument) {
-        if (c == QLatin1Char('"') || c == QLatin1Char('`') || c == QLatin1Char('$') ||
-            c == QLatin1Char('\\')) {
-            quoted += QLatin1Char('\\');
+        if (needsQuotes && escapedInQuotes.contains(c)) {
+            value += QLatin1Char('\\');
         }
-        quoted += c;
+        value += c;
     }
-    quoted = QLatin1Char('"') + quoted + QLatin1Char('"');
-    return quoted.replace(QLatin1Char('\\'), QStringLiteral("\\\\"));
+    if (needsQuotes) {
+        value += QLatin1Char('"');
+    }
+    return value.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
+        .replace(QLatin1Char('%'), QStringLiteral("%%"));
 }
 
 // Whether |pid| runs the helper executable (whichever copy of it), read from /proc.
