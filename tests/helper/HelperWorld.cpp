@@ -26,12 +26,12 @@ QByteArray signatureOf(const QString& text)
     return bytes.isEmpty() || bytes.endsWith('\n') ? bytes : bytes + '\n';
 }
 
-QStringList writeQuotes(const QStringList& texts, const QStringList& givenUids)
+QStringList writeQuotes(const QStringList& texts)
 {
     std::vector<CQuoteRecord> records;
     QStringList uids;
-    for (qsizetype i = 0; i < texts.size(); ++i) {
-        records.emplace_back(texts[i].toStdString(), givenUids.value(i).toStdString());
+    for (const QString& text : texts) {
+        records.emplace_back(text.toStdString(), std::string());
         uids.append(QString::fromStdString(records.back().mUID));
     }
     QDir().mkpath(QFileInfo(quotesDbPath()).absolutePath());
@@ -58,6 +58,16 @@ QString helperLogText()
     QFile log(qEnvironmentVariable("XDG_STATE_HOME") +
               QStringLiteral("/Logs/quillbox2-helper.log"));
     return log.open(QIODevice::ReadOnly) ? QString::fromUtf8(log.readAll()) : QString();
+}
+
+QString desktopEntryProblems(const QString& path)
+{
+    QProcess validator;
+    validator.setProcessChannelMode(QProcess::MergedChannels);
+    validator.start(QStringLiteral("desktop-file-validate"), {path});
+    const bool valid = validator.waitForFinished(10000) && validator.exitCode() == 0;
+    const QString output = QString::fromUtf8(validator.readAll());
+    return valid ? output : QStringLiteral("invalid: ") + output;
 }
 
 HelperRun runHelper(const QStringList& arguments)

@@ -11,9 +11,8 @@
 namespace helperworld {
 
 QString quotesDbPath();
-// Writes quotes.db with one record per text, under |uids| where given (else fresh
-// ones); returns the records' UIDs.
-QStringList writeQuotes(const QStringList& texts, const QStringList& uids = {});
+// Writes quotes.db with one record per text; returns the records' UIDs.
+QStringList writeQuotes(const QStringList& texts);
 // What the signature file holds for |text|: UTF-8 with one final line break.
 QByteArray signatureOf(const QString& text);
 // Stores |value| in the suite file the way mirroring does (an invalid value removes).
@@ -21,6 +20,8 @@ void setSuiteValue(const QString& key, const QVariant& value);
 // Creates <home>/Mail/sig.txt and stores its bookmark in the suite; returns its path.
 QString makeBookmarkedSignatureFile();
 QString helperLogText();
+// What desktop-file-validate says about the entry at |path|: empty when it is valid.
+QString desktopEntryProblems(const QString& path);
 
 // Runs the helper with |arguments| to its end; exit code, standard output and error.
 struct HelperRun

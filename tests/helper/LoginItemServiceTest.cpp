@@ -17,24 +17,14 @@ namespace {
 
 using namespace helperworld;
 
-// desktop-file-validate's verdict: its output, empty when the entry is valid.
-QString validate(const QString& entryPath)
-{
-    QProcess validator;
-    validator.setProcessChannelMode(QProcess::MergedChannels);
-    validator.start(QStringLiteral("desktop-file-validate"), {entryPath});
-    if (!validator.waitForFinished(10000) || validator.exitCode() != 0) {
-        return QStringLiteral("failed: ") + QString::fromUtf8(validator.readAll());
-    }
-    return QString::fromUtf8(validator.readAll());
-}
-
 bool processExists(qint64 pid)
 {
     return QFile::exists(QStringLiteral("/proc/%1/exe").arg(pid));
 }
 
-TEST(LoginItemServiceTest, RegisterStartsTheHelperNowAndAtLoginAndUnregisterStopsOnlyTheHelper)
+// The entry's validity and the usual on and off are checked through the settings page;
+// here, what the service must refuse or leave alone.
+TEST(LoginItemServiceTest, RegisterStartsOneHelperAndUnregisterStopsOnlyTheHelper)
 {
     QBTestHome home;
     writeQuotes({QStringLiteral("One")});
@@ -56,8 +46,6 @@ TEST(LoginItemServiceTest, RegisterStartsTheHelperNowAndAtLoginAndUnregisterStop
 
     QBLoginItemService::setHelperExecutablePath(QStringLiteral(QB_HELPER_PATH));
     ASSERT_TRUE(service.registerAndReturnError(&error)) << error.toStdString();
-    EXPECT_EQ(validate(entryPath), QString());
-    EXPECT_TRUE(readFileBytes(entryPath).contains("\nExec=" QB_HELPER_PATH "\n"));
     ASSERT_TRUE(
         QTest::qWaitFor([] { return QBLoginItemService::runningHelperProcessId() != 0; }, 5000));
     const qint64 pid = QBLoginItemService::runningHelperProcessId();
@@ -92,16 +80,15 @@ TEST(LoginItemServiceTest, RegisterStartsTheHelperNowAndAtLoginAndUnregisterStop
 TEST(LoginItemServiceTest, ExecQuotesAPathWithReservedCharacters)
 {
     QBTestHome home;
-    const QBLoginItemService service = QBLoginItemService::loginItemServiceWithIdentifier(
-        QString::fromUtf8(qbidentity::kHelperBundleIdentifier));
-    const QString entry =
-        service.autostartEntry(QStringLiteral("/opt/My $Apps/quill\"box\\helper"));
+    const QString entry = QBLoginItemService::loginItemServiceWithIdentifier(
+                              QString::fromUtf8(qbidentity::kHelperBundleIdentifier))
+                              .autostartEntry(QStringLiteral("/opt/My $Apps/100%/q\"b\\helper"));
     EXPECT_TRUE(entry.contains(
-        QStringLiteral("\nExec=\"/opt/My \\\\$Apps/quill\\\\\"box\\\\\\\\helper\"\n")))
+        QStringLiteral("\nExec=\"/opt/My \\\\$Apps/100%%/q\\\\\"b\\\\\\\\helper\"\n")))
         << entry.toStdString();
     const QString path = home.filePath(QStringLiteral("entry.desktop"));
     ASSERT_TRUE(writeFileBytes(path, entry.toUtf8()));
-    EXPECT_EQ(validate(path), QString());
+    EXPECT_EQ(desktopEntryProblems(path), QString());
 }
 
 } // namespace
