@@ -3,10 +3,13 @@
 #include "TestHome.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QMainWindow>
 
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -28,7 +31,7 @@ TEST(SignatureFilePanelTest, OnlyOkCallsTheHandlerAndOnlyWithAMainWindow)
     ASSERT_NE(panel, nullptr);
     EXPECT_TRUE(panel->isVisible());
     EXPECT_EQ(panel->windowModality(), Qt::WindowModal);
-    EXPECT_TRUE(panel->selectedFiles().value(0).endsWith(QStringLiteral("/CurrentSignature.txt")));
+    EXPECT_EQ(panel->selectedFiles().value(0), QDir::home().filePath(u"CurrentSignature.txt"_s));
     panel->reject();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // it closes for good
     EXPECT_TRUE(chosen.isEmpty());
