@@ -1,15 +1,12 @@
 #include "app/AppDelegate.h"
 #include "app/AppIcon.h"
-#include "core/Bundle.h"
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
-#include "i18n/Translations.h"
-#include "logging/Log.h"
 #include "model/QuoteEditHelper.h"
 #include "signature/SettingsKeys.h"
 #include "util/UserDefaults.h"
 
-#include "TestHome.h"
+#include "LaunchedAppFixture.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -22,45 +19,26 @@
 
 namespace {
 
-class AppDelegateTest : public ::testing::Test
+class AppDelegateTest : public LaunchedAppFixture
 {
 protected:
-    void SetUp() override
-    {
-        QBBundle::setMainBundleResourcePath(QB_BUILD_SHARE_DIR);
-        QBUserDefaults::resetStandardUserDefaults();
-        installTranslations(); // as main() does
-        mDelegate.applicationDidFinishLaunching();
-    }
-    void TearDown() override
-    {
-        qblog::removeLogFileSink();
-        QBUserDefaults::resetStandardUserDefaults();
-        QBBundle::setMainBundleResourcePath(QBBundle::defaultResourcePath());
-    }
-    QAction* action(const char* name) const
-    {
-        return mDelegate.window()->findChild<QAction*>(QString::fromUtf8(name));
-    }
+    QAction* action(const char* name) const { return child<QAction>(name); }
     // Runs the event loop after |trigger|; false if the application did not quit in 10 s.
     static bool quitsAfter(const std::function<void()>& trigger)
     {
         QTimer::singleShot(0, trigger);
-        QTimer guard;
+        QTimer guard; // gone with the loop, so it cannot end a later one
         QObject::connect(&guard, &QTimer::timeout, [] { QApplication::exit(1); });
         guard.start(10000);
         return QApplication::exec() == 0;
     }
 
-    QBTestHome mHome;
-    QBAppDelegate mDelegate;
     const QString mDbPath = QString::fromStdString(*QBQuotesDBHelper::getPathToQuotesDb());
 };
 
-TEST_F(AppDelegateTest, LaunchShowsTheWindowAndMenusSaveWritesAndAboutIsMadeOnce)
+TEST_F(AppDelegateTest, LaunchShowsTheWindowAndMenusSaveWritesAboutIsMadeOnceAnotherLaunchRaises)
 {
-    ASSERT_NE(mDelegate.window(), nullptr);
-    EXPECT_TRUE(mDelegate.window()->isVisible());
+    EXPECT_TRUE(mWindow->isVisible());
     EXPECT_NE(mDelegate.autoSaver(), nullptr);
     QStringList shortcuts;
     for (const char* name : {"saveAction", "quitAction", "undoAction", "redoAction"}) {
@@ -87,6 +65,12 @@ TEST_F(AppDelegateTest, LaunchShowsTheWindowAndMenusSaveWritesAndAboutIsMadeOnce
     action("aboutAction")->trigger();
     EXPECT_EQ(mDelegate.aboutWindowController(), about);
     EXPECT_TRUE(about->isVisible());
+
+    mWindow->showMinimized();
+    ASSERT_TRUE(mWindow->isMinimized());
+    mDelegate.bringWindowToFront(); // what another launch asks for
+    EXPECT_FALSE(mWindow->isMinimized());
+    EXPECT_TRUE(mWindow->isVisible());
 }
 
 TEST_F(AppDelegateTest, EditMenuFollowsTheUndoStackAndDuplicatesAreAskedAboutOnTheWindow)
@@ -106,7 +90,7 @@ TEST_F(AppDelegateTest, EditMenuFollowsTheUndoStackAndDuplicatesAreAskedAboutOnT
 
     quotes.push_back(CQuoteRecord(quotes.front().mContent, std::string()));
     QBQuoteEditHelper::checkForDuplicateQuotesWithUndoManager(&mDelegate.undoManager());
-    auto* question = mDelegate.window()->findChild<QMessageBox*>();
+    auto* question = mWindow->findChild<QMessageBox*>();
     ASSERT_NE(question, nullptr);
     EXPECT_EQ(question->windowModality(), Qt::WindowModal);
     EXPECT_EQ(question->windowTitle(), QStringLiteral("Duplicates Detected"));
@@ -124,19 +108,9 @@ TEST_F(AppDelegateTest, ClosingTheWindowOrQuitEndsTheProgramWithoutSaving)
     CQuotesRepository::getInstance().mQuotes.clear();
     const QByteArray before = readFileBytes(mDbPath);
     mDelegate.showAboutWindow(); // does not keep the program alive
-    EXPECT_TRUE(quitsAfter([this] { mDelegate.window()->close(); }));
+    EXPECT_TRUE(quitsAfter([this] { mWindow->close(); }));
     EXPECT_TRUE(quitsAfter([this] { action("quitAction")->trigger(); }));
     EXPECT_EQ(readFileBytes(mDbPath), before);
-}
-
-TEST_F(AppDelegateTest, AnotherLaunchBringsTheMinimizedWindowBack)
-{
-    QMainWindow* window = mDelegate.window();
-    window->showMinimized();
-    ASSERT_TRUE(window->isMinimized());
-    mDelegate.bringWindowToFront();
-    EXPECT_FALSE(window->isMinimized());
-    EXPECT_TRUE(window->isVisible());
 }
 
 TEST(AppIconTest, TheBundleIconComesFromTheSvgOrEveryPngSize)

@@ -1,14 +1,8 @@
 // The launched application under LANGUAGE=de (set for this binary by CTest): the menus,
 // buttons, alerts and the settings page read German, Qt's own texts too, and so do the
 // command-line texts of both executables.
-#include "app/AppDelegate.h"
 #include "app/EditorAreaViewController.h"
-#include "app/QuotesWindowController.h"
-#include "core/Bundle.h"
-#include "i18n/Translations.h"
-#include "logging/Log.h"
 #include "ui/AboutWindow.h"
-#include "util/UserDefaults.h"
 
 #include "LaunchedAppFixture.h"
 
@@ -19,8 +13,6 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QProcess>
-#include <QPushButton>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
