@@ -40,13 +40,13 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     mUi->setupUi(this);
     mQuotesArrayController = new QBQuotesListModel(&mQuotesSource, this);
     registerForNotifications();
+    mEditorArea = new QBEditorAreaViewController(undoManager, mUi->areaPlaceholderView);
+    mEditorArea->setSettingsView(new QBSettingsViewController);
 
     createActions();
     setUpList();
     restoreSplitter();
 
-    mEditorArea = new QBEditorAreaViewController(undoManager, mUi->areaPlaceholderView);
-    mEditorArea->setSettingsView(new QBSettingsViewController);
     // Imports ask their questions on this window and are undone with its other edits.
     QBBatchImportDialogs::setParentWindow(this);
     QBQuoteBatchImportHelper::setUndoManager(undoManager);
@@ -90,9 +90,11 @@ void QBQuotesWindowController::createActions()
         connect(action, &QAction::triggered, this, slot);
         addAction(action);
     };
+    // Not Ctrl+U: on Linux desktops a text field takes it to delete the line, so in the
+    // filter field it would wipe the search instead.
     //% "Use as Signature"
     makeAction(mChooseAction, "chooseQuoteAction", qtTrId("CommandChooseQuote"),
-               QKeySequence(Qt::CTRL | Qt::Key_U), &QBQuotesWindowController::chooseQuote);
+               QKeySequence(Qt::CTRL | Qt::Key_L), &QBQuotesWindowController::chooseQuote);
     //% "Add Quote"
     makeAction(mAddAction, "addQuoteAction", qtTrId("CommandAddQuote"), QKeySequence::New,
                &QBQuotesWindowController::addQuote);
@@ -176,6 +178,9 @@ void QBQuotesWindowController::setUpList()
             &QBQuotesWindowController::followSelection);
     connect(list, &QListView::doubleClicked, this,
             &QBQuotesWindowController::handleQuoteListDoubleClick);
+    // From the settings page, a click on a quote, also the one already selected, brings
+    // the editor back: selecting it again would not.
+    connect(list, &QListView::clicked, mEditorArea, [this] { mEditorArea->switchToEditorView(); });
     connect(mQuotesArrayController, &QAbstractItemModel::modelReset, this,
             &QBQuotesWindowController::arrangedObjectsChanged);
     connect(mQuotesArrayController, &QAbstractItemModel::layoutChanged, this,
@@ -443,6 +448,8 @@ void QBQuotesWindowController::switchToSettings()
 void QBQuotesWindowController::handleQuoteListDoubleClick()
 {
     logInfoMessage(QStringLiteral("Quote %1 double-clicked").arg(selectionIndex()));
+    if (selectionIndex() >= 0)
+        mEditorArea->switchToEditorView(); // the editor can take the focus only when shown
     QBNotificationCenter::defaultCenter().post(QBQuoteDoubleClickedNotification,
                                                selectedQuote().get());
 }

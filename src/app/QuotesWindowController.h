@@ -47,8 +47,6 @@ public:
     QBQuotesListModel& quotesArrayController() { return *mQuotesArrayController; }
     QBEditorAreaViewController* editorAreaViewController() const { return mEditorArea; }
     QListView* quotesListView() const;
-    // The import command: present and disabled until the batch import is connected.
-    QAction* importAction() const { return mImportAction; }
 
     // The first selected quote, or null.
     std::shared_ptr<QBQuoteValueObject> selectedQuote() const;

@@ -31,6 +31,12 @@ QBQuotesListModel::QBQuotesListModel(QBQuotesSource* source, QObject* parent)
             arrange(false);
         endResetModel();
     });
+    // The row shows the new text; it stays where it is even when the filter no longer
+    // matches it, until the filter next runs.
+    connect(source, &QBQuotesSource::quoteContentChanged, this, [this](qsizetype sourceIndex) {
+        if (const int row = rowOfSourceIndex(sourceIndex); row >= 0)
+            emit dataChanged(index(row), index(row), {Qt::DisplayRole, Qt::ToolTipRole});
+    });
 }
 
 int QBQuotesListModel::rowCount(const QModelIndex& parent) const

@@ -151,6 +151,7 @@ void QBQuotesSource::deliverQuoteDidUpdate(const QBNotification& notification)
     ++entry.revision;
     if (entry.object != nullptr)
         entry.object->handleQuoteDidUpdate(notification.userInfo);
+    emit quoteContentChanged(index);
 }
 
 void QBQuotesSource::removeQuotesAt(const std::vector<qsizetype>& sortedIndices)

@@ -57,6 +57,8 @@ signals:
     // Around every replacement of the whole array.
     void quotesAboutToChange();
     void quotesChanged();
+    // The text of the quote at |index| was updated (an edit, its undo or redo).
+    void quoteContentChanged(qsizetype index);
 
 private:
     struct Entry
