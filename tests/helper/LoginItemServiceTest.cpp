@@ -4,7 +4,6 @@
 #include "core/AppIdentity.h"
 #include "signature/SettingsKeys.h"
 
-#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTest>
@@ -22,29 +21,17 @@ bool processExists(qint64 pid)
     return QFile::exists(QStringLiteral("/proc/%1/exe").arg(pid));
 }
 
-// The entry's validity and the usual on and off are checked through the settings page;
-// here, what the service must refuse or leave alone.
+// Turning the helper on and off, the entry's validity and the failure texts are checked
+// through the settings page; here, what the service must not start or stop.
 TEST(LoginItemServiceTest, RegisterStartsOneHelperAndUnregisterStopsOnlyTheHelper)
 {
     QBTestHome home;
     writeQuotes({QStringLiteral("One")});
     setSuiteValue(QBDefaultsAutoRandomize, true);
-    setSuiteValue(QBDefaultsRandomizeInterval, 60);
     QBLoginItemService service = QBLoginItemService::loginItemServiceWithIdentifier(
         QString::fromUtf8(qbidentity::kHelperBundleIdentifier));
-    const QString entryPath = service.autostartEntryPath();
-    EXPECT_EQ(entryPath, home.filePath(QStringLiteral(
-                             "xdg_config_home/autostart/org.quillbox2.Quillbox2-Helper.desktop")));
-
-    QString error;
-    const QString missing = home.filePath(QStringLiteral("nowhere/quillbox2-helper"));
-    QBLoginItemService::setHelperExecutablePath(missing);
-    EXPECT_FALSE(service.registerAndReturnError(&error));
-    EXPECT_EQ(error,
-              QStringLiteral("The helper program '%1' is missing or cannot be run").arg(missing));
-    EXPECT_FALSE(QFile::exists(entryPath));
-
     QBLoginItemService::setHelperExecutablePath(QStringLiteral(QB_HELPER_PATH));
+    QString error;
     ASSERT_TRUE(service.registerAndReturnError(&error)) << error.toStdString();
     ASSERT_TRUE(
         QTest::qWaitFor([] { return QBLoginItemService::runningHelperProcessId() != 0; }, 5000));
@@ -52,9 +39,7 @@ TEST(LoginItemServiceTest, RegisterStartsOneHelperAndUnregisterStopsOnlyTheHelpe
     ASSERT_TRUE(service.registerAndReturnError(&error)); // no second helper
     QTest::qWait(300);
     EXPECT_EQ(QBLoginItemService::runningHelperProcessId(), pid);
-
     ASSERT_TRUE(service.unregisterAndReturnError(&error)) << error.toStdString();
-    EXPECT_FALSE(QFile::exists(entryPath));
     EXPECT_FALSE(processExists(pid));
 
     // A pid file that names another program (a reused process id): left alone.
@@ -68,13 +53,6 @@ TEST(LoginItemServiceTest, RegisterStartsOneHelperAndUnregisterStopsOnlyTheHelpe
     EXPECT_TRUE(processExists(other.processId()));
     other.kill();
     other.waitForFinished();
-
-    // An entry that cannot be removed is an error with its reason.
-    ASSERT_TRUE(QDir().mkpath(entryPath + QStringLiteral("/inside")));
-    EXPECT_FALSE(service.unregisterAndReturnError(&error));
-    EXPECT_TRUE(
-        error.startsWith(QStringLiteral("Cannot remove the autostart entry '%1': ").arg(entryPath)))
-        << error.toStdString();
 }
 
 TEST(LoginItemServiceTest, ExecQuotesAPathWithReservedCharacters)

@@ -10,17 +10,14 @@
 
 namespace {
 
-std::string appLayout(const std::vector<CQuoteRecord>& records)
-{
-    std::ostringstream stream;
-    writeQuotesDocument(stream, records);
-    return stream.str();
-}
+using Access = QBHelperQuoteSource::Access;
+constexpr Access kAccesses[] = {Access::Mapped, Access::Copied};
 
-TEST(QuoteSourceTest, BothLayoutsAndBothAccessesShareOneCycleAndOneSetOfProblems)
+// The quick in-place read (the usual layout) and the application's full reader (any
+// other) must pick from the same quotes, share one cycle and report the same problems.
+TEST(QuoteSourceTest, BothReadersAndBothAccessesShareOneCycleAndOneSetOfProblems)
 {
     QBTestHome home;
-    using Access = QBHelperQuoteSource::Access;
     const QStringList texts{QStringLiteral("One"), QStringLiteral("Two — 2"),
                             QStringLiteral("Three\n3")};
     const QStringList uids = helperworld::writeQuotes(texts);
@@ -29,52 +26,47 @@ TEST(QuoteSourceTest, BothLayoutsAndBothAccessesShareOneCycleAndOneSetOfProblems
         EXPECT_TRUE(pick.problem.isEmpty()) << pick.problem.toStdString();
         return QString::fromStdString(pick.content.value_or(std::string()));
     };
-    std::set<QString> round{content(Access::Mapped), content(Access::Copied)};
-
-    // The same quotes on one line: read by the full reader, the round goes on.
-    std::string compact = "{\"Quotes\":[";
+    std::multiset<QString> round{content(Access::Mapped), content(Access::Copied)};
+    // The same quotes on one line, which only the full reader takes: the round goes on.
+    QByteArray compact = "{\"Quotes\":[";
     for (qsizetype i = 0; i < texts.size(); ++i) {
-        compact += (i ? ",{\"UID\":\"" : "{\"UID\":\"") + uids[i].toStdString() +
-                   "\",\"Content\":\"" + texts[i].toStdString() + "\"}";
+        compact += (i ? ",{\"UID\":\"" : "{\"UID\":\"") + uids[i].toUtf8() + "\",\"Content\":\"" +
+                   texts[i].toUtf8().replace('\n', "\\n") + "\"}";
     }
-    compact.replace(compact.find('\n'), 1, "\\n");
-    ASSERT_TRUE(
-        writeFileBytes(helperworld::quotesDbPath(), QByteArray::fromStdString(compact + "]}")));
+    ASSERT_TRUE(writeFileBytes(helperworld::quotesDbPath(), compact + "]}"));
     round.insert(content(Access::Mapped));
-    EXPECT_EQ(round, std::set<QString>(texts.cbegin(), texts.cend()));
+    EXPECT_EQ(round, std::multiset<QString>(texts.cbegin(), texts.cend()));
 
-    for (const auto& [bytes, problem] : std::vector<std::pair<QByteArray, QString>>{
-             {QByteArray::fromStdString(appLayout({})), QStringLiteral("holds no quotes")},
-             {"{\"Quotes\":\"\"}", QStringLiteral("holds no quotes")},
-             {"{\"Quotes\": [", QStringLiteral("cannot be read: ")},
-             {"", QStringLiteral("cannot be read: ")}}) {
-        ASSERT_TRUE(writeFileBytes(helperworld::quotesDbPath(), bytes));
-        for (const Access access : {Access::Mapped, Access::Copied}) {
+    std::ostringstream emptyInAppLayout;
+    writeQuotesDocument(emptyInAppLayout, {});
+    for (const auto& [bytes, problem] : std::vector<std::pair<std::string, const char*>>{
+             {emptyInAppLayout.str(), "holds no quotes"},
+             {"{\"Quotes\":\"\"}", "holds no quotes"},
+             {"{\"Quotes\": [", "cannot be read: "},
+             {"", "cannot be read: "}}) {
+        ASSERT_TRUE(writeFileBytes(helperworld::quotesDbPath(), QByteArray::fromStdString(bytes)));
+        for (const Access access : kAccesses) {
             const QBHelperQuoteSource::Pick pick = QBHelperQuoteSource::nextQuote(access);
-            EXPECT_FALSE(pick.content) << bytes.toStdString();
-            EXPECT_TRUE(pick.problem.contains(problem)) << pick.problem.toStdString();
+            EXPECT_FALSE(pick.content) << bytes;
+            EXPECT_TRUE(pick.problem.contains(QString::fromUtf8(problem)))
+                << pick.problem.toStdString();
         }
     }
-}
 
-// UIDs the full reader changes or decodes are not compared in place: the pick still
-// follows the full reader's UIDs.
-TEST(QuoteSourceTest, UIDsTheFullReaderChangesAreReadThroughIt)
-{
-    QBTestHome home;
-    for (const auto& [uid, content] : std::vector<std::pair<std::string, std::string>>{
+    // UIDs the full reader replaces (empty) or decodes (escapes) are not compared in
+    // place: the pick follows the full reader's records.
+    for (const auto& [uid, text] : std::vector<std::pair<std::string, std::string>>{
              {"", "made up UID"},
              {"a\\/b", "escaped UID"},
              {"caf\\u00e9", "\\u00e9 \\ud83d\\ude00"}}) {
         const std::string document =
-            R"({"Quotes": [{"UID": ")" + uid + R"(", "Content": ")" + content + R"("}]})";
+            R"({"Quotes": [{"UID": ")" + uid + R"(", "Content": ")" + text + R"("}]})";
         std::vector<CQuoteRecord> expected;
         readQuotesDocument(document, "test", expected);
         ASSERT_EQ(expected.size(), 1u);
         ASSERT_TRUE(
             writeFileBytes(helperworld::quotesDbPath(), QByteArray::fromStdString(document)));
-        for (const auto access :
-             {QBHelperQuoteSource::Access::Mapped, QBHelperQuoteSource::Access::Copied}) {
+        for (const Access access : kAccesses) {
             EXPECT_EQ(QBHelperQuoteSource::nextQuote(access).content, expected[0].mContent)
                 << document;
         }

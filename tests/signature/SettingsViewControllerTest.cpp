@@ -169,6 +169,35 @@ TEST_F(SettingsViewControllerTest, AutoRandomizeRunsTheHelperAndAnIntervalChange
     EXPECT_TRUE(takeAlerts().isEmpty());
 }
 
+TEST_F(SettingsViewControllerTest, HelperFailuresAreLoggedAndAFailedStopEndsTheRestart)
+{
+    const QString missing = QDir::home().filePath(u"nowhere/quillbox2-helper"_s);
+    const QString notThere = u"The helper program '%1' is missing or cannot be run"_s.arg(missing);
+    QBLoginItemService::setHelperExecutablePath(missing);
+    click("autoRandomizeCheckBox");
+    takeAlerts();
+    EXPECT_EQ(lastLine(qblog::Level::Warning), u"Failed to register helper app: "_s + notThere);
+    EXPECT_FALSE(QFile::exists(mService.autostartEntryPath()));
+    selectInterval("5");
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            return lastLine(qblog::Level::Warning) ==
+                   u"Failed to restart helper app (start phase): "_s + notThere;
+        },
+        5000));
+
+    // An entry that cannot be removed fails the stop phase, and nothing is started after.
+    ASSERT_TRUE(QDir().mkpath(mService.autostartEntryPath() + u"/inside"_s));
+    selectInterval("10");
+    const QString stopFailure = u"Failed to restart helper app (stop phase): Cannot remove the "
+                                u"autostart entry '%1': "_s.arg(mService.autostartEntryPath());
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return lastLine(qblog::Level::Warning).startsWith(stopFailure); }, 5000));
+    QTest::qWait(1500);
+    EXPECT_TRUE(lastLine(qblog::Level::Warning).startsWith(stopFailure));
+    QDir(mService.autostartEntryPath()).removeRecursively();
+}
+
 TEST_F(SettingsViewControllerTest, OutputPathIsStoredAndBookmarkedUnlessUnusable)
 {
     const QString cloud = QDir::homePath() + QStringLiteral("/com~apple~CloudDocs/sig.txt");
