@@ -73,6 +73,8 @@ void QBBatchImportDialogs::askForBatchImportFileWithHandler(
     dialog->setFileMode(QFileDialog::ExistingFile);
     dialog->setWindowModality(Qt::WindowModal);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
+    // Qt's own dialog starts so small that sizes, types and dates are cut off.
+    dialog->resize(dialog->sizeHint().expandedTo(window->size() * 3 / 4));
     QObject::connect(dialog, &QFileDialog::finished, dialog,
                      [dialog, handler = std::move(handler)](int result) {
                          const QList<QUrl> urls = dialog->selectedUrls();

@@ -121,7 +121,8 @@ Result decodeAs(QByteArrayView bytes, Encoding encoding, const char* name, const
 }
 
 // UTF-16 of mostly Latin text has a zero byte in nearly every code unit, always on the
-// same side; binary data has zero bytes on both sides.
+// same side; other scripts still have one in every space, digit and line break. Binary
+// data has zero bytes on both sides, and a text file with a stray zero byte only a few.
 std::optional<Encoding> utf16ByZeroBytes(QByteArrayView bytes)
 {
     qsizetype evenZeros = 0;
@@ -130,9 +131,13 @@ std::optional<Encoding> utf16ByZeroBytes(QByteArrayView bytes)
         evenZeros += bytes[index] == '\0' ? 1 : 0;
         oddZeros += bytes[index + 1] == '\0' ? 1 : 0;
     }
-    if (oddZeros > 0 && evenZeros * 16 <= oddZeros)
+    const qsizetype units = bytes.size() / 2;
+    const auto oneSided = [units](qsizetype zeros, qsizetype otherZeros) {
+        return zeros > 0 && zeros * 32 >= units && otherZeros * 16 <= zeros;
+    };
+    if (oneSided(oddZeros, evenZeros))
         return Encoding::Utf16LE;
-    if (evenZeros > 0 && oddZeros * 16 <= evenZeros)
+    if (oneSided(evenZeros, oddZeros))
         return Encoding::Utf16BE;
     return std::nullopt;
 }

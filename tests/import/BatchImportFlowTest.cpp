@@ -1,3 +1,5 @@
+// Batch import: the whole flow on a real window, answering its dialogs and checking the
+// collection and quotes.db; then the decoding and separator rules case by case.
 #include "core/Bundle.h"
 #include "core/QuotesRepository.h"
 #include "import/BatchImportDialogs.h"
@@ -338,6 +340,11 @@ TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNoth
          {u"cafÃ(\n"_s, u"“quoted”\n"_s}},
         {"empty file", fileWith({}), {}, u"Failed to import: Contents of file empty?"_s},
         {"only blank pieces", fileWith("\n\n \n\n\t\n\n")},
+        {"UTF-8 with a stray zero byte",
+         fileWith(QByteArray(120, 'a') + "\n%\n" + QByteArray(1, '\0') + "b\n%\nc"),
+         {},
+         u"Failed to read file: the file holds binary data (zero bytes)"_s,
+         u"FileNotText"_s},
         {"image",
          fileWith(png.data()),
          {},
@@ -393,6 +400,98 @@ TEST_F(BatchImportFlowTest, WithoutAMainWindowNothingIsShown)
     EXPECT_EQ(QApplication::topLevelWidgets(), QWidgetList{&window});
     EXPECT_FALSE(answered);
     EXPECT_EQ(logged(qblog::Level::Info), QStringList{u"Initiating batch import."_s});
+}
+
+TEST(ImportTextTest, EncodingIsFoundFromTheBytes)
+{
+    const QString text = u"Ünïcödé “quotes” — 𝄞\n%\nsecond\n"_s;
+    const struct
+    {
+        const char* name;
+        QByteArray bytes;
+        const char* encoding; // nullptr: not text
+        QString text = {};
+    } cases[] = {
+        {"UTF-8 with mark", encodedText(text, QStringConverter::Utf8, true), "UTF-8", text},
+        {"UTF-32LE with mark", encodedText(text, QStringConverter::Utf32LE, true), "UTF-32LE",
+         text},
+        {"UTF-32BE with mark", encodedText(text, QStringConverter::Utf32BE, true), "UTF-32BE",
+         text},
+        {"mark kept after the first",
+         "\xEF\xBB\xBF\xEF\xBB\xBF"
+         "a",
+         "UTF-8", u"\uFEFFa"_s},
+        {"Windows-1252 table",
+         "\x93"
+         "hi\x94 \x80 \x9F \x81",
+         "Windows-1252", u"“hi” € Ÿ \u0081"_s},
+        {"tab, form feed, SUB, ESC", "a\tb\fc\x1A\x1B", "UTF-8", u"a\tb\fc\x1A\x1B"_s},
+        {"zero bytes both sides", QByteArray("ab\0\0cd\0\0", 8), nullptr},
+        {"control bytes, 2 in 100", QByteArray(98, 'x') + "\x01\x08", nullptr},
+        {"control bytes, 1 in 100 (overstrike)", QByteArray(98, 'x') + "_\b", "UTF-8",
+         QString(98, u'x') + u"_\b"_s},
+        {"UTF-16 holding a control", encodedText(u"a\u0002b"_s, QStringConverter::Utf16LE),
+         nullptr},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const QBTextFileReader::Result result = QBTextFileReader::decodeText(c.bytes);
+        EXPECT_EQ(result.ok(), c.encoding != nullptr) << result.error.toStdString();
+        EXPECT_EQ(result.encoding, QString::fromLatin1(c.encoding));
+        EXPECT_EQ(result.text, c.text);
+    }
+    EXPECT_EQ(QBTextFileReader::decodeText("a\x07").error,
+              u"the file holds binary data (1 control characters in 2, the first 0x07 at "
+              u"character 2)"_s);
+}
+
+TEST(ImportTextTest, CandidatesAreLinesSeenTwiceAndInATenthOfTheLines)
+{
+    // |count| lines "line <n>", with |key| on |repeated| of them and |other| on some more.
+    const auto lines = [](int count, const QString& key, int repeated, const QString& other = {},
+                          int otherRepeated = 0) {
+        QStringList lines;
+        for (int index = 0; index < count; ++index) {
+            if (index % 9 == 4 && repeated-- > 0)
+                lines << key;
+            else if (index % 9 == 7 && otherRepeated-- > 0)
+                lines << other;
+            else
+                lines << u"line %1"_s.arg(index);
+        }
+        return lines.join(u'\n');
+    };
+    const struct
+    {
+        const char* name;
+        QString text;
+        QStringList candidates;
+    } cases[] = {
+        {"101 lines: threshold still 10", lines(101, u"%"_s, 10), {u"%"_s}},
+        {"110 lines: threshold 11", lines(110, u"%"_s, 10), {}},
+        {"most frequent first", lines(100, u"a"_s, 10, u"b"_s, 11), {u"b"_s, u"a"_s}},
+        {"equal counts: first seen first", lines(100, u"b"_s, 10, u"a"_s, 10), {u"b"_s, u"a"_s}},
+        {"once is never enough", u"x\ny\nz"_s, {}},
+        {"spaces around count as the same", u"x\n  %\t\ny\n% \nz\n%"_s, {u"%"_s}},
+        {"blank and white lines are one key", u"a\n\nb\n \t\nc"_s, {u"\n"_s}},
+        {"trailing newline is a blank line", u"a\n%\nb\n%\nc\n"_s, {u"%"_s}},
+        {"other line breaks split lines", u"a\u2028%\u2029b\u0085%\vc"_s, {u"%"_s}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(H::detectCandidateSeparators(c.text), c.candidates);
+    }
+}
+
+TEST(ImportTextTest, LineEndsSeparatorsAndSplitting)
+{
+    EXPECT_EQ(H::normalizedLineEnds(u"a\r\nb\rc\n\r\n\r\rd"_s), u"a\nb\nc\n\n\n\nd"_s);
+    EXPECT_EQ(H::normalizedLineEnds(u"\n\r"_s), u"\n\n"_s);
+    EXPECT_EQ(H::separatorForSplitting(u"%%\n"_s), u"%%\n"_s); // already ends with a newline
+    // Plain, left to right, no overlap, empty and untrimmed pieces kept.
+    EXPECT_EQ(H::splitText(u" a \n%\n%\nb\n%\n"_s, u"%\n"_s),
+              QStringList({u" a \n"_s, {}, u"b\n"_s, {}}));
+    EXPECT_EQ(H::splitText(u"a\n\n\nb"_s, u"\n\n"_s), QStringList({u"a"_s, u"\nb"_s}));
 }
 
 } // namespace
