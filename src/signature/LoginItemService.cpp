@@ -162,7 +162,15 @@ bool QBLoginItemService::registerAndReturnError(QString* error)
     if (runningHelperProcessId() != 0) {
         return true;
     }
-    if (!QProcess::startDetached(helperInfo.absoluteFilePath(), {}, QDir::homePath())) {
+    // Detached from our terminal or pipe too: the helper logs to its own file, and a pipe
+    // it held would keep whoever reads our output waiting after we are gone.
+    QProcess helperProcess;
+    helperProcess.setProgram(helperInfo.absoluteFilePath());
+    helperProcess.setWorkingDirectory(QDir::homePath());
+    helperProcess.setStandardInputFile(QProcess::nullDevice());
+    helperProcess.setStandardOutputFile(QProcess::nullDevice());
+    helperProcess.setStandardErrorFile(QProcess::nullDevice());
+    if (!helperProcess.startDetached()) {
         return fail(error, QStringLiteral("Cannot start the helper program '%1'").arg(helper));
     }
     return true;

@@ -12,6 +12,8 @@
 
 #include <csignal>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace helperworld;
@@ -36,6 +38,10 @@ TEST(LoginItemServiceTest, RegisterStartsOneHelperAndUnregisterStopsOnlyTheHelpe
     ASSERT_TRUE(
         QTest::qWaitFor([] { return QBLoginItemService::runningHelperProcessId() != 0; }, 5000));
     const qint64 pid = QBLoginItemService::runningHelperProcessId();
+    for (int descriptor = 0; descriptor < 3; ++descriptor) { // none of our pipes kept open
+        EXPECT_EQ(QFile::symLinkTarget(u"/proc/%1/fd/%2"_s.arg(pid).arg(descriptor)).toStdString(),
+                  "/dev/null");
+    }
     ASSERT_TRUE(service.registerAndReturnError(&error)); // no second helper
     QTest::qWait(300);
     EXPECT_EQ(QBLoginItemService::runningHelperProcessId(), pid);
