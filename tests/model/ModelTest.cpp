@@ -3,9 +3,9 @@
 #include "model/NotificationObserverTracker.h"
 #include "model/Notifications.h"
 #include "model/QuoteEditHelper.h"
+#include "model/QuoteValueObject.h"
 #include "model/QuotesAutoSaver.h"
 #include "model/QuotesChangeBatch.h"
-#include "model/QuotesSource.h"
 #include "util/UndoManager.h"
 #include "util/UserDefaults.h"
 
@@ -142,40 +142,6 @@ protected:
     std::vector<QBNotification> notes;
 };
 
-TEST_F(ModelTest, TheRoadOfOneEdit)
-{
-    QBQuotesSource source; // the list, mirroring the repository in order
-    const auto uids = seed("Before|other");
-    QSignalSpy rebuilt(&source, &QBQuotesSource::quotesChanged);
-    source.rebuildQuotesArray();
-    EXPECT_EQ(rebuilt.count(), 1);
-    ASSERT_EQ(source.count(), 2);
-    EXPECT_EQ(source.valueObjectAt(1)->quoteUID(), uids[1]);
-    EXPECT_EQ(source.valueObjectForQuoteUID(QStringLiteral("unknown")), nullptr);
-    const auto quote = source.valueObjectForQuoteUID(uids[0]);
-    // The quotes editor commits a confirmed edit with the window's undo manager.
-    bool confirmed = true;
-    QBNotificationObserverTracker editor;
-    editor.observeNotification(QBQuoteShouldUpdateNotification, [&](const QBNotification& note) {
-        if (std::exchange(confirmed, false))
-            H::updateQuote(note.userInfo[QBKeyQuoteUID].toString(),
-                           note.userInfo[QBKeyStringContent].toString(), &mUndoManager);
-    });
-
-    quote->setContent(QStringLiteral("After"));
-    // Committed, saved and undoable before setContent returns.
-    EXPECT_EQ(fileContents(), texts("After|other"));
-    EXPECT_EQ(takeSaveCount(), 1);
-    EXPECT_TRUE(mUndoManager.canUndo());
-    EXPECT_EQ(posted(), texts("QuoteShouldUpdate|QuoteDidUpdate"));
-    endOfEvent();
-
-    step(true, "Before|other");
-    EXPECT_EQ(quote->content(), QStringLiteral("Before")); // the list and editor follow
-    step(false, "After|other");
-    EXPECT_EQ(quote->content(), QStringLiteral("After"));
-}
-
 TEST_F(ModelTest, EveryActionUndoesRedoesAndUndoesAgain)
 {
     QBUndoManager* undo = &mUndoManager;
@@ -260,15 +226,6 @@ TEST_F(ModelTest, ImportSkipsBlanksPostsTheCountAndTrimsOnlyWhenSet)
     EXPECT_EQ(fileContents(), texts("x\n\n|  lead|x|  lead"));
     EXPECT_EQ(takeSaveCount(), 3);
     EXPECT_FALSE(mUndoManager.canUndo());
-}
-
-TEST_F(ModelTest, DuplicatesAreByteEqualTextsOfDifferentUIDs)
-{
-    seed("Quote|quote|Quote ");
-    repository().insertQuote(repository().mQuotes.front(), -1); // same UID: no pair
-    EXPECT_FALSE(H::hasDuplicateQuotes());
-    seed("quote");
-    EXPECT_TRUE(H::hasDuplicateQuotes());
 }
 
 TEST_F(ModelTest, DuplicateRemovalKeepsTheFirstAndUndoesInOneStep)

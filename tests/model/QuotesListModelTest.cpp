@@ -9,6 +9,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QPersistentModelIndex>
+#include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
@@ -35,9 +36,14 @@ protected:
             lines << mModel.data(mModel.index(row)).toString();
         return lines;
     }
-    const QBQuoteValueObject* object(int sourceIndex)
+    QBQuoteValueObject* object(int sourceIndex) { return mSource.valueObjectAt(sourceIndex).get(); }
+    // The quote at |sourceIndex| gets |text| as an edit would store it.
+    void update(int sourceIndex, const char* text)
     {
-        return mSource.valueObjectAt(sourceIndex).get();
+        CQuotesRepository::getInstance().mQuotes[std::size_t(sourceIndex)].mContent = text;
+        QBNotificationCenter::defaultCenter().post(
+            QBQuoteDidUpdateNotification, nullptr,
+            {{QBKeyQuoteUID, object(sourceIndex)->quoteUID()}});
     }
 
     QBQuotesSource mSource;
@@ -65,7 +71,7 @@ TEST(QuoteFilterTest, EveryWordMustAppearIgnoringCaseAndAccents)
         QBQuoteFilter(QStringLiteral("cafe")).isNarrowedBy(QBQuoteFilter(QStringLiteral("ca"))));
 }
 
-TEST_F(QuotesListModelTest, FilterNarrowsWidensAndFollowsEdits)
+TEST_F(QuotesListModelTest, RowsShowEditsAndTheFilterNarrowsAndWidens)
 {
     EXPECT_EQ(shown(),
               QStringList({QStringLiteral("Le cœur a ses raisons"), QStringLiteral("Café au lait"),
@@ -73,6 +79,17 @@ TEST_F(QuotesListModelTest, FilterNarrowsWidensAndFollowsEdits)
                            QStringLiteral("CAFE society"), QStringLiteral("tea / and cake")}));
     EXPECT_EQ(mModel.data(mModel.index(5), Qt::ToolTipRole), QStringLiteral("tea\nand cake"));
     EXPECT_EQ(mModel.data(mModel.index(1), QBQuotesListModel::QuoteUIDRole), object(1)->quoteUID());
+
+    // An update reaches the one object of that quote (objects of the source need no
+    // registration of their own) and repaints its row.
+    QSignalSpy rowChanged(&mModel, &QAbstractItemModel::dataChanged);
+    update(2, "Carpe noctem");
+    EXPECT_EQ(object(2)->content() + object(1)->content(),
+              QStringLiteral("Carpe noctemCafé au lait"));
+    EXPECT_TRUE(object(2)->notificationTracker().notificationObservers().empty());
+    ASSERT_EQ(rowChanged.count(), 1);
+    EXPECT_EQ(rowChanged[0][0].toModelIndex().row(), 2);
+    EXPECT_EQ(shown().at(2), QStringLiteral("Carpe noctem"));
 
     mModel.setFilterText(QStringLiteral("ca"));
     EXPECT_EQ(mModel.rowCount(), 4);
@@ -85,9 +102,7 @@ TEST_F(QuotesListModelTest, FilterNarrowsWidensAndFollowsEdits)
     EXPECT_EQ(mModel.objectAtRow(2), nullptr);
 
     // A hidden quote edited to match shows when the filter next runs.
-    CQuotesRepository::getInstance().mQuotes[2].mContent = "Carpe café";
-    QBNotificationCenter::defaultCenter().post(QBQuoteDidUpdateNotification, nullptr,
-                                               {{QBKeyQuoteUID, object(2)->quoteUID()}});
+    update(2, "Carpe café");
     mModel.setFilterText(QStringLiteral("cafe"));
     EXPECT_EQ(mModel.rowCount(), 3);
     mModel.setFilterText(QString());
@@ -121,18 +136,6 @@ TEST_F(QuotesListModelTest, RemovalKeepsOtherRowsAndPersistentIndicesWithAndWith
     // A rebuild keeps the filter on the fresh objects.
     mSource.rebuildQuotesArray();
     EXPECT_EQ(shown(), QStringList({QStringLiteral("tea / and cake")}));
-}
-
-TEST_F(QuotesListModelTest, AnUpdateReachesOnlyTheObjectOfThatQuote)
-{
-    CQuotesRepository::getInstance().mQuotes[2].mContent = "Carpe noctem";
-    QBNotificationCenter::defaultCenter().post(QBQuoteDidUpdateNotification, nullptr,
-                                               {{QBKeyQuoteUID, object(2)->quoteUID()}});
-    EXPECT_EQ(object(2)->content(), QStringLiteral("Carpe noctem"));
-    EXPECT_EQ(object(1)->content(), QStringLiteral("Café au lait"));
-    EXPECT_EQ(shown().at(2), QStringLiteral("Carpe noctem"));
-    // Objects of the source need no registration of their own.
-    EXPECT_TRUE(mSource.valueObjectAt(2)->notificationTracker().notificationObservers().empty());
 }
 
 } // namespace
