@@ -44,6 +44,8 @@ man-pages)
     grep -q "^NAME" <<<"$text" || fail "$page does not render"
     grep -q "$version" <<<"$text" || fail "$page does not name version $version"
     ! grep -q "@" <<<"$text" || fail "$page has an unfilled @VARIABLE@"
+    ! grep -q "share/quillbox2" <<<"$text" || grep -q "/usr/share/quillbox2" <<<"$text" ||
+      fail "$page names a data folder outside the installed /usr tree"
     echo "renders: $page"
   done
   ;;
