@@ -1,8 +1,5 @@
 # `make package`: a Debian package built by CPack from the install rules. dpkg-shlibdeps
 # works the library dependencies out from the installed binaries.
-if(TARGET quillbox2-helper)
-  install(TARGETS quillbox2-helper RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-endif()
 install(FILES ${CMAKE_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillbox2
         RENAME copyright)
 
