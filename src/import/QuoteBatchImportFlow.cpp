@@ -47,7 +47,7 @@ void QBQuoteBatchImportHelper::importFromTextFile()
 
 void QBQuoteBatchImportHelper::importFromFile(const QString& path)
 {
-    logInfoMessage(QStringLiteral("Importing data from '%1'").arg(path));
+    logInfoMessage(QStringLiteral("Importing data from '") + path);
     QBTextFileReader::Result read = QBTextFileReader::readTextFile(path);
     if (!read.ok()) {
         logWarningMessage(QStringLiteral("Failed to read file: ") + read.error);

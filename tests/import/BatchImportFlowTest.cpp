@@ -202,7 +202,7 @@ TEST_F(BatchImportFlowTest, PercentFileImportsAtOnceKeepingEachNewlineAsOneUndoS
     EXPECT_EQ(
         info.mid(0, 4),
         QStringList({u"Initiating batch import."_s,
-                     u"Importing data from '%1'"_s.arg(home.filePath(u"import/quotes 1.txt"_s)),
+                     u"Importing data from '"_s + home.filePath(u"import/quotes 1.txt"_s),
                      u"Automatically detected 1 likely separators in input file"_s,
                      u"Importing 10 quotes from input file"_s}));
     EXPECT_EQ(info.count(u"Saving quotes"_s), 1);
