@@ -37,7 +37,7 @@ icons)
   ;;
 man-pages)
   for page in quillbox2 quillbox2-helper; do
-    file=$root/usr/share/man/man1/$page.1
+    file=$root/usr/share/man/man1/$page.1.gz
     warnings=$(MANWIDTH=80 man --warnings -l "$file" 2>&1 >/dev/null)
     [[ -z $warnings ]] || fail "$page: $warnings"
     text=$(MANWIDTH=80 man -l "$file" 2>/dev/null)
@@ -73,7 +73,7 @@ deb)
   done
   contents=$(dpkg-deb -c "$deb")
   for path in usr/bin/quillbox2 usr/share/applications/$id.desktop usr/share/metainfo/$id.metainfo.xml \
-              usr/share/icons/hicolor/48x48/apps/$id.png usr/share/man/man1/quillbox2.1 \
+              usr/share/icons/hicolor/48x48/apps/$id.png usr/share/man/man1/quillbox2.1.gz \
               usr/share/quillbox2/signatures.json; do
     grep -q "\./$path\$" <<<"$contents" || fail "package lacks $path"
   done
