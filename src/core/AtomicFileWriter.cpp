@@ -110,30 +110,12 @@ private:
     int mError = 0;
 };
 
-// The folder holding a file, kept open so every later step names the file relative to
-// it: a temporary name longer than the file's own then never exceeds the path limit.
-class Folder
+// The folder holding |target|, so every later step names the file relative to it: a
+// temporary name longer than the file's own then never exceeds the path limit.
+std::string folderOf(const fs::path& target)
 {
-public:
-    explicit Folder(const fs::path& target)
-        : mPath(target.has_parent_path() ? target.parent_path() : fs::path("."))
-    {
-        mDescriptor = ::open(mPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-        if (mDescriptor < 0) {
-            throwSystemError(errno, "cannot open folder " + mPath.string());
-        }
-    }
-    ~Folder() { ::close(mDescriptor); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    int descriptor() const { return mDescriptor; }
-    const fs::path& path() const { return mPath; }
-
-private:
-    fs::path mPath;
-    int mDescriptor = -1;
-};
+    return target.has_parent_path() ? target.parent_path().string() : std::string(".");
+}
 
 constexpr std::string_view kTemporaryMarker = ".saving-";
 constexpr std::size_t kTemporaryTagLength = 8;
@@ -167,7 +149,7 @@ bool isTemporaryNameFor(const std::string& candidate, const std::string& name)
 class TemporaryFile
 {
 public:
-    TemporaryFile(const Folder& folder, const std::string& targetName) : mFolder(folder)
+    TemporaryFile(const QBOpenFolder& folder, const std::string& targetName) : mFolder(folder)
     {
         const std::string prefix = temporaryNamePrefix(targetName);
         for (int attempt = 0; attempt < kMaxTemporaryNameAttempts; ++attempt) {
@@ -241,9 +223,9 @@ public:
     }
 
 private:
-    std::string displayPath() const { return (mFolder.path() / mName).string(); }
+    std::string displayPath() const { return mFolder.pathOf(mName); }
 
-    const Folder& mFolder;
+    const QBOpenFolder& mFolder;
     std::string mName;
     int mDescriptor = -1;
     bool mCommitted = false;
@@ -257,7 +239,7 @@ QBFileIdentity replaceFileAtomically(const std::string& path,
 {
     const fs::path target = resolveSymbolicLinks(fs::path(path));
     const std::string name = target.filename().string();
-    const Folder folder(target);
+    const QBOpenFolder folder(folderOf(target));
     struct stat original
     {
     };
@@ -292,7 +274,7 @@ int removeStaleTemporaryFiles(const std::string& path)
         return 0;
     }
     const std::string name = target.filename().string();
-    DIR* folder = ::opendir(target.has_parent_path() ? target.parent_path().c_str() : ".");
+    DIR* folder = ::opendir(folderOf(target).c_str());
     if (!folder) {
         return 0;
     }

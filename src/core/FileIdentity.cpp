@@ -24,10 +24,23 @@ std::optional<QBFileIdentity> fileIdentityAt(const std::string& path)
     return QBFileIdentity::of(status);
 }
 
-QBRegularFileForReading::QBRegularFileForReading(const std::string& path) : mPath(path)
+QBOpenFolder::QBOpenFolder(const std::string& path) : mPath(path.empty() ? "." : path)
+{
+    mDescriptor = ::open(mPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (mDescriptor < 0) {
+        throw std::system_error(errno, std::generic_category(), "cannot open folder " + mPath);
+    }
+}
+
+QBOpenFolder::~QBOpenFolder()
+{
+    ::close(mDescriptor);
+}
+
+QBRegularFileForReading::QBRegularFileForReading(const std::string& path, int folder) : mPath(path)
 {
     // O_NONBLOCK: opening a FIFO without a writer would otherwise wait forever.
-    mDescriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    mDescriptor = ::openat(folder, path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (mDescriptor < 0) {
         throw std::system_error(errno, std::generic_category(), "cannot open " + path);
     }

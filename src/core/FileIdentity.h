@@ -1,5 +1,6 @@
 #pragma once
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cstdint>
@@ -23,12 +24,34 @@ struct QBFileIdentity
 // The identity of the file at |path| (links followed); nothing when there is none.
 std::optional<QBFileIdentity> fileIdentityAt(const std::string& path);
 
-// Opens |path| for reading without blocking on a FIFO or device, and keeps it open only
-// when it is a regular file (links followed). Throws std::system_error otherwise.
+// A folder kept open so that files in it are named relative to it: a name that fits in
+// a folder entry then works even when the folder's path and the name together would
+// exceed the system's path limit. Throws std::system_error when it cannot be opened.
+class QBOpenFolder
+{
+public:
+    explicit QBOpenFolder(const std::string& path);
+    ~QBOpenFolder();
+    QBOpenFolder(const QBOpenFolder&) = delete;
+    QBOpenFolder& operator=(const QBOpenFolder&) = delete;
+
+    int descriptor() const { return mDescriptor; }
+    const std::string& path() const { return mPath; }
+    // |name| inside the folder, for messages.
+    std::string pathOf(const std::string& name) const { return mPath + "/" + name; }
+
+private:
+    std::string mPath;
+    int mDescriptor = -1;
+};
+
+// Opens |path| (relative to |folder| when given) for reading without blocking on a FIFO
+// or device, and keeps it open only when it is a regular file (links followed). Throws
+// std::system_error otherwise.
 class QBRegularFileForReading
 {
 public:
-    explicit QBRegularFileForReading(const std::string& path);
+    explicit QBRegularFileForReading(const std::string& path, int folder = AT_FDCWD);
     ~QBRegularFileForReading();
     QBRegularFileForReading(const QBRegularFileForReading&) = delete;
     QBRegularFileForReading& operator=(const QBRegularFileForReading&) = delete;

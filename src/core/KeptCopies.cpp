@@ -7,9 +7,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <ctime>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 #include <vector>
 
 namespace fs = boost::filesystem;
@@ -34,7 +38,7 @@ struct ExistingCopy
 {
     std::string timeStamp;
     int number = 1;
-    fs::path path;
+    std::string name;
 
     bool operator<(const ExistingCopy& other) const
     {
@@ -48,7 +52,7 @@ std::optional<ExistingCopy> parseCopyName(const std::string& name, const std::st
     if (name.size() < prefix.size() + kTimeStampLength || name.compare(0, prefix.size(), prefix)) {
         return std::nullopt;
     }
-    ExistingCopy copy{name.substr(prefix.size(), kTimeStampLength), 1, {}};
+    ExistingCopy copy{name.substr(prefix.size(), kTimeStampLength), 1, name};
     const std::string rest = name.substr(prefix.size() + kTimeStampLength);
     if (!rest.empty()) {
         const char* end = rest.data() + rest.size();
@@ -59,16 +63,15 @@ std::optional<ExistingCopy> parseCopyName(const std::string& name, const std::st
     return copy;
 }
 
-// Oldest first.
-std::vector<ExistingCopy> existingCopies(const fs::path& original, const std::string& kind)
+// Oldest first. Names only: beside a database near the path limit, a copy's whole path
+// may be too long to use, so copies are always reached through the open folder.
+std::vector<ExistingCopy> existingCopies(const QBOpenFolder& folder, const std::string& prefix)
 {
-    const std::string prefix = original.filename().string() + "." + kind + "-";
     std::vector<ExistingCopy> copies;
     boost::system::error_code error;
-    for (fs::directory_iterator entry(original.parent_path(), error), end; !error && entry != end;
+    for (fs::directory_iterator entry(folder.path(), error), end; !error && entry != end;
          entry.increment(error)) {
         if (auto copy = parseCopyName(entry->path().filename().string(), prefix)) {
-            copy->path = entry->path();
             copies.push_back(std::move(*copy));
         }
     }
@@ -76,34 +79,39 @@ std::vector<ExistingCopy> existingCopies(const fs::path& original, const std::st
     return copies;
 }
 
-bool sameBytes(const std::string& first, const std::string& second)
+bool sameBytes(QBRegularFileForReading& a, QBRegularFileForReading& b)
 {
-    try {
-        QBRegularFileForReading a(first);
-        QBRegularFileForReading b(second);
-        if (a.identity().size != b.identity().size) {
-            return false;
-        }
-        std::vector<char> bufferA(kCopyBufferBytes);
-        std::vector<char> bufferB(kCopyBufferBytes);
-        for (;;) {
-            const std::size_t countA = a.read(bufferA.data(), bufferA.size());
-            std::size_t countB = 0;
-            while (countB < countA) {
-                const std::size_t more = b.read(bufferB.data() + countB, countA - countB);
-                if (more == 0) {
-                    return false;
-                }
-                countB += more;
-            }
-            if (countA == 0) {
-                return b.read(bufferB.data(), 1) == 0;
-            }
-            if (!std::equal(bufferA.begin(), bufferA.begin() + static_cast<std::ptrdiff_t>(countA),
-                            bufferB.begin())) {
+    if (a.identity().size != b.identity().size) {
+        return false;
+    }
+    std::vector<char> bufferA(kCopyBufferBytes);
+    std::vector<char> bufferB(kCopyBufferBytes);
+    for (;;) {
+        const std::size_t countA = a.read(bufferA.data(), bufferA.size());
+        std::size_t countB = 0;
+        while (countB < countA) {
+            const std::size_t more = b.read(bufferB.data() + countB, countA - countB);
+            if (more == 0) {
                 return false;
             }
+            countB += more;
         }
+        if (countA == 0) {
+            return b.read(bufferB.data(), 1) == 0;
+        }
+        if (!std::equal(bufferA.begin(), bufferA.begin() + static_cast<std::ptrdiff_t>(countA),
+                        bufferB.begin())) {
+            return false;
+        }
+    }
+}
+
+bool sameBytes(const QBOpenFolder& folder, const std::string& first, const std::string& second)
+{
+    try {
+        QBRegularFileForReading a(first, folder.descriptor());
+        QBRegularFileForReading b(second, folder.descriptor());
+        return sameBytes(a, b);
     } catch (const std::system_error&) {
         return false;
     }
@@ -111,11 +119,11 @@ bool sameBytes(const std::string& first, const std::string& second)
 
 // A name that sorts after every existing copy, even when the older ones of this second
 // were pruned.
-std::string freeCopyName(const fs::path& original, const std::string& kind,
+std::string freeCopyName(const QBOpenFolder& folder, const std::string& prefix,
                          const std::vector<ExistingCopy>& copies)
 {
     const std::string timeStamp = currentLocalTimeStamp();
-    const std::string base = original.string() + "." + kind + "-" + timeStamp;
+    const std::string base = prefix + timeStamp;
     int first = 1;
     for (const ExistingCopy& copy : copies) {
         if (copy.timeStamp == timeStamp) {
@@ -124,13 +132,16 @@ std::string freeCopyName(const fs::path& original, const std::string& kind,
     }
     for (int attempt = first; attempt < first + kMaxNameAttempts; ++attempt) {
         const std::string candidate = attempt == 1 ? base : base + "-" + std::to_string(attempt);
-        boost::system::error_code error;
-        if (!fs::exists(fs::symlink_status(candidate, error))) {
+        struct stat status
+        {
+        };
+        if (::fstatat(folder.descriptor(), candidate.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 &&
+            errno == ENOENT) {
             return candidate;
         }
     }
     throw std::system_error(EEXIST, std::generic_category(),
-                            "no free name for a copy of " + original.string());
+                            "no free name for a copy of " + folder.pathOf(prefix));
 }
 
 } // namespace
@@ -143,13 +154,16 @@ std::optional<QBKeptCopy> keepCopyOfFile(const std::string& path, const std::str
         return std::nullopt;
     }
     const fs::path original = fs::canonical(path);
-    std::vector<ExistingCopy> copies = existingCopies(original, kind);
-    if (!copies.empty() && sameBytes(original.string(), copies.back().path.string())) {
-        return QBKeptCopy{copies.back().path.string(), true};
+    const QBOpenFolder folder(original.parent_path().string());
+    const std::string prefix = original.filename().string() + "." + kind + "-";
+    std::vector<ExistingCopy> copies = existingCopies(folder, prefix);
+    const std::string name = original.filename().string();
+    if (!copies.empty() && sameBytes(folder, name, copies.back().name)) {
+        return QBKeptCopy{folder.pathOf(copies.back().name), true};
     }
 
-    const std::string copyPath = freeCopyName(original, kind, copies);
-    QBRegularFileForReading source(original.string());
+    const std::string copyPath = folder.pathOf(freeCopyName(folder, prefix, copies));
+    QBRegularFileForReading source(name, folder.descriptor());
     replaceFileAtomically(copyPath, [&source](std::ostream& stream) {
         std::vector<char> buffer(kCopyBufferBytes);
         while (const std::size_t count = source.read(buffer.data(), buffer.size())) {
@@ -158,10 +172,9 @@ std::optional<QBKeptCopy> keepCopyOfFile(const std::string& path, const std::str
     });
 
     if (maxKept > 0) {
-        copies = existingCopies(original, kind);
+        copies = existingCopies(folder, prefix);
         for (std::size_t index = 0; index + maxKept < copies.size(); ++index) {
-            boost::system::error_code error;
-            fs::remove(copies[index].path, error);
+            ::unlinkat(folder.descriptor(), copies[index].name.c_str(), 0);
         }
     }
     return QBKeptCopy{copyPath, false};

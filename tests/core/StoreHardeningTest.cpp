@@ -267,6 +267,14 @@ TEST_F(StoreHardeningTest, DatabaseNamesAtTheSystemLimitsStillSave)
         EXPECT_EQ(5u, mRepository.mQuotes.size()) << path.size();
         EXPECT_TRUE(logged(qblog::Level::Warning).empty()) << path.size();
     }
+    // Copies of a damaged file there have longer paths than the limit, yet are compared
+    // and kept once.
+    ASSERT_TRUE(writeFileBytes(QString::fromStdString(longPath), "damage"));
+    mRepository.loadQuotes();
+    mRepository.loadQuotes();
+    EXPECT_FALSE(mRepository.isSavingRefused());
+    EXPECT_EQ(1,
+              QDir(QString::fromStdString(deep)).entryList({QStringLiteral("*.damaged-*")}).size());
 }
 
 // A save killed at a random moment leaves the old or the new file, never a mix, and the
