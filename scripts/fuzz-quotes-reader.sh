@@ -6,8 +6,9 @@
 set -eu
 seconds=${1:-60}
 root=$(cd "$(dirname "$0")/.." && pwd)
-out="$root/build-fuzz"
+out=${FUZZ_BUILD_DIR:-"$root/build-fuzz"}
 mkdir -p "$out/corpus"
+out=$(cd "$out" && pwd)
 clang++ -std=c++20 -O1 -g -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined \
   -I"$root/src" \
   "$root/fuzz/QuotesReaderFuzzer.cpp" "$root/src/core/QuotesDocument.cpp" \
