@@ -81,6 +81,13 @@ void remove(const QString& path)
 
 bool writeAtomically(const QString& path, const QByteArray& bytes)
 {
+    // The rename would delete a FIFO or device that someone else put there.
+    struct stat status
+    {
+    };
+    if (::stat(QFile::encodeName(path).constData(), &status) == 0 && !S_ISREG(status.st_mode)) {
+        return false;
+    }
     if (!QDir().mkpath(QFileInfo(path).absolutePath())) {
         return false;
     }

@@ -21,7 +21,8 @@ std::optional<QByteArray> takeContents(const QString& path, qint64 maximumBytes,
 // Deletes the file when it is a regular one (never a link, FIFO or device).
 void remove(const QString& path);
 
-// Replaces the file atomically (temporary file and rename); false on any failure.
+// Replaces the file atomically (temporary file and rename); false on any failure, and
+// when something other than a regular file (or a link to one) is at the path.
 bool writeAtomically(const QString& path, const QByteArray& bytes);
 
 } // namespace qbsignalcachefile

@@ -69,7 +69,13 @@ TEST(SignalCacheTest, OnlyARegularFileOfPlausibleSizeIsRead)
     Cache fifo(path, log.handler());
     fifo.loadFromFile(); // returns at once instead of waiting for a writer
     EXPECT_EQ(fifo.count(), 0);
-    EXPECT_TRUE(QFileInfo(path).exists()); // not ours to delete
+    fifo.push(makeRecords(0, 1));
+    fifo.saveToFile();
+    struct stat status
+    {
+    };
+    EXPECT_TRUE(::lstat(nativePath.constData(), &status) == 0 && S_ISFIFO(status.st_mode))
+        << "not ours to delete or replace";
     ASSERT_TRUE(QFile::remove(path));
 
     // A sparse file over the bound is discarded unread, however large.
@@ -82,5 +88,6 @@ TEST(SignalCacheTest, OnlyARegularFileOfPlausibleSizeIsRead)
     EXPECT_FALSE(QFileInfo::exists(path));
     EXPECT_EQ(log.messages(LogHandler::LogLevel::error),
               (QStringList{u"Ignored a Telemetry cache that is not a regular file"_s,
+                           u"Error saving Telemetry cache"_s,
                            u"Discarded a Telemetry cache file of 64000001 bytes"_s}));
 }
