@@ -1,29 +1,40 @@
+// The repository and its file, also under a careless or hostile environment: other
+// writers, odd files where a database is expected, missing permissions, full disks and
+// kills in the middle of a save.
 #include "core/QuotesRepository.h"
+#include "StoreToolCollections.h"
+#include "core/QuotesDocument.h"
 #include "core/UUIDGenerator.h"
 #include "logging/Log.h"
 
 #include "TestHome.h"
 
 #include <QDir>
+#include <QProcess>
+#include <QRandomGenerator>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
+#include <grp.h>
 #include <linux/fs.h>
+#include <pwd.h>
 #include <regex>
 #include <set>
+#include <sstream>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
+#include <sys/stat.h>
 #include <thread>
-#include <tuple>
 #include <unistd.h>
 
 namespace {
 
 using Strings = std::vector<std::string>;
+const QString kTool = QStringLiteral(QB_STORE_TOOL);
 
 bool isVersion4UUIDText(const std::string& text)
 {
@@ -32,26 +43,55 @@ bool isVersion4UUIDText(const std::string& text)
     return std::regex_match(text, pattern);
 }
 
-std::vector<CQuoteRecord> makeRecords(int count, char fill)
+std::string documentOf(const std::vector<CQuoteRecord>& records)
 {
-    return std::vector<CQuoteRecord>(count, CQuoteRecord(std::string(250, fill), "id"));
+    std::ostringstream stream;
+    writeQuotesDocument(stream, records);
+    return stream.str();
+}
+
+mode_t modeOf(const std::string& path)
+{
+    struct stat status
+    {
+    };
+    ::lstat(path.c_str(), &status);
+    return status.st_mode;
 }
 
 // Makes |folder| refuse new files, or accept them again. Root ignores permission bits, so
 // for root the folder is made immutable instead (most disk file systems allow it).
-bool setUnwritable(const QString& folder, bool unwritable)
+bool setUnwritable(const std::string& folder, bool unwritable)
 {
-    const std::string path = folder.toStdString();
     if (::geteuid() != 0) {
-        return ::chmod(path.c_str(), unwritable ? 0500 : 0700) == 0;
+        return ::chmod(folder.c_str(), unwritable ? 0500 : 0700) == 0;
     }
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_DIRECTORY);
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY);
     int flags = 0;
     bool done = ::ioctl(descriptor, FS_IOC_GETFLAGS, &flags) == 0;
     flags = unwritable ? flags | FS_IMMUTABLE_FL : flags & ~FS_IMMUTABLE_FL;
     done = done && ::ioctl(descriptor, FS_IOC_SETFLAGS, &flags) == 0;
     ::close(descriptor);
     return done;
+}
+
+// Runs the store tool and returns its standard output; |asUser| drops root first.
+QString runTool(const QStringList& arguments, const passwd* asUser = nullptr)
+{
+    QProcess process;
+    if (asUser) {
+        const uid_t uid = asUser->pw_uid;
+        const gid_t gid = asUser->pw_gid;
+        process.setChildProcessModifier([uid, gid] {
+            if (::setgroups(0, nullptr) != 0 || ::setgid(gid) != 0 || ::setuid(uid) != 0) {
+                ::_exit(99);
+            }
+        });
+    }
+    process.start(kTool, arguments);
+    EXPECT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(0, process.exitCode()) << process.readAllStandardError().toStdString();
+    return QString::fromUtf8(process.readAllStandardOutput());
 }
 
 // A repository of its own for each test; the process-wide one stays untouched.
@@ -64,17 +104,30 @@ class QuotesRepositoryTest : public ::testing::Test
 protected:
     QuotesRepositoryTest()
     {
-        QDir().mkpath(mFolder);
-        mRepository.mFilePath = inFolder(QStringLiteral("quotes.db")).toStdString();
+        QDir().mkpath(QString::fromStdString(mFolder));
+        mRepository.mFilePath = mPath;
         qblog::clearLogHistory();
     }
 
-    QString inFolder(const QString& name) const { return mFolder + QLatin1Char('/') + name; }
-    QByteArray fileBytes() const { return readFileBytes(inFolder(QStringLiteral("quotes.db"))); }
-    QStringList files() const
+    // Messages logged at |level| since the history was last cleared, oldest first.
+    static Strings logged(qblog::Level level)
     {
-        return QDir(mFolder).entryList(QDir::Files | QDir::Hidden | QDir::System);
+        Strings lines;
+        for (const std::string& line : qblog::recentLogLines(1000, level)) {
+            lines.insert(lines.begin(), line.substr(line.find("] :  ") + 5));
+        }
+        return lines;
     }
+    QStringList filesLike(const QString& pattern = QStringLiteral("*")) const
+    {
+        return QDir(QString::fromStdString(mFolder))
+            .entryList({pattern}, QDir::Files | QDir::Hidden | QDir::System);
+    }
+    std::string bytes(const std::string& path) const
+    {
+        return readFileBytes(QString::fromStdString(path)).toStdString();
+    }
+    std::string bytes() const { return bytes(mPath); }
     Strings contents() const
     {
         Strings result;
@@ -83,18 +136,10 @@ protected:
         }
         return result;
     }
-    // Messages logged at |level| since the history was last cleared, oldest first.
-    static Strings logged(qblog::Level level)
-    {
-        Strings messages;
-        for (const std::string& line : qblog::recentLogLines(100, level)) {
-            messages.insert(messages.begin(), line.substr(line.find("] :  ") + 5));
-        }
-        return messages;
-    }
 
     QBTestHome mHome;
-    const QString mFolder = mHome.filePath(QStringLiteral("db"));
+    std::string mFolder = mHome.stdPath(QStringLiteral("db"));
+    std::string mPath = mFolder + "/quotes.db";
     TestRepository mRepository;
 };
 
@@ -111,17 +156,12 @@ TEST(QuoteRecordTest, DescriptionShowsAddressAndFieldsCutTo511Bytes)
     EXPECT_EQ(std::string(20, 'x'), cut.substr(491));
 }
 
-TEST(UUIDTest, WordsBecomeLittleEndianBytesWithVersionAndVariantBits)
+TEST(UUIDTest, IdentifiersAreLittleEndianVersion4TextsUniqueAcrossThreads)
 {
     EXPECT_EQ("00010203-0405-4607-8809-0a0b0c0d0e0f",
               uuidTextFromWords({0x03020100, 0x07060504, 0x0b0a0908, 0x0f0e0d0c}));
-    EXPECT_EQ("00000000-0000-4000-8000-000000000000", uuidTextFromWords({0, 0, 0, 0}));
     EXPECT_EQ("ffffffff-ffff-4fff-bfff-ffffffffffff",
               uuidTextFromWords({0xffffffff, 0xffffffff, 0xffffffff, 0xffffffff}));
-}
-
-TEST(UUIDTest, IdentifiersFromManyThreadsAreWellFormedAndUnique)
-{
     Strings made(20000);
     {
         std::vector<std::jthread> threads;
@@ -130,9 +170,7 @@ TEST(UUIDTest, IdentifiersFromManyThreadsAreWellFormedAndUnique)
         }
     }
     EXPECT_EQ(made.size(), std::set<std::string>(made.begin(), made.end()).size());
-    for (const std::string& identifier : made) {
-        ASSERT_TRUE(isVersion4UUIDText(identifier)) << identifier;
-    }
+    EXPECT_TRUE(std::all_of(made.begin(), made.end(), isVersion4UUIDText));
 }
 
 TEST_F(QuotesRepositoryTest, InsertFindAndRemove)
@@ -173,7 +211,7 @@ TEST_F(QuotesRepositoryTest, LoadSaveRoundTripAndLog)
     EXPECT_EQ((Strings{"first", "second"}), contents());
     EXPECT_EQ(freshUID, mRepository.mQuotes[1].mUID);
 
-    const std::string read = " quotes read from database at '" + mRepository.mFilePath + "'";
+    const std::string read = " quotes read from database at '" + mPath + "'";
     mRepository.mFilePath.clear();
     mRepository.saveQuotes();
     EXPECT_EQ((Strings{"0" + read, "Saving quotes", "2" + read, "Saving quotes"}),
@@ -181,60 +219,85 @@ TEST_F(QuotesRepositoryTest, LoadSaveRoundTripAndLog)
     EXPECT_EQ((Strings{"Failed to read quotes from disk",
                        "No file path for quotes specified - Cannot save quotes."}),
               logged(qblog::Level::Warning));
-    EXPECT_EQ(QStringList{QStringLiteral("quotes.db")}, files());
+    EXPECT_EQ(QStringList{QStringLiteral("quotes.db")}, filesLike());
 }
 
-TEST_F(QuotesRepositoryTest, DamagedFileIsReadUpToTheFaultAndCopiedAside)
+TEST_F(QuotesRepositoryTest, DamagedFileIsReadUpToTheFaultAndCopiedAsideOnce)
 {
-    const QByteArray twoGood =
+    const std::string twoGood =
         R"({"Quotes": [{"UID": "a", "Content": "1"}, {"UID": "b", "Content": "2"},)";
-    using Case = std::tuple<const char*, QByteArray, Strings>; // file name, bytes, records read
-    for (const auto& [name, bytes, read] : std::initializer_list<Case>{
+    using Case = std::tuple<const char*, std::string, Strings>; // file name, bytes, records read
+    for (const auto& [name, damage, read] : std::initializer_list<Case>{
              {"not-json", "Quotes: none", {}},
              {"cut-short", twoGood, {}},
              {"empty", "", {}},
              {"no-quotes-member", R"({"Other": []})", {}},
              {"no-content", twoGood + R"({"UID": "c"}]})", {"1", "2"}},
              {"no-uid", twoGood + R"({"Content": "3"}]})", {"1", "2"}},
+             {"deep", "{\"Quotes\": " + std::string(100000, '['), {}}, // never the stack's end
          }) {
-        const QString path = inFolder(QString::fromLatin1(name));
-        ASSERT_TRUE(writeFileBytes(path, bytes));
-        mRepository.mFilePath = path.toStdString();
+        const std::string path = mFolder + "/" + name;
+        ASSERT_TRUE(
+            writeFileBytes(QString::fromStdString(path), QByteArray::fromStdString(damage)));
+        mRepository.mFilePath = path;
         mRepository.addNewQuote();
         qblog::clearLogHistory();
         for (int load = 0; load < 2; ++load) {
             mRepository.loadQuotes();
             EXPECT_EQ(read, contents()) << name;
         }
-        EXPECT_EQ(bytes, readFileBytes(path)) << name;
+        EXPECT_FALSE(mRepository.isSavingRefused()) << name;
+        EXPECT_EQ(damage, bytes(path)) << name;
         const QStringList copies =
-            QDir(mFolder).entryList({QString::fromLatin1(name) + QStringLiteral(".damaged-*")});
+            filesLike(QString::fromLatin1(name) + QStringLiteral(".damaged-*"));
         ASSERT_EQ(1, copies.size()) << name; // the same damage is copied once
-        EXPECT_EQ(bytes, readFileBytes(inFolder(copies[0]))) << name;
+        const std::string copy = mFolder + "/" + copies[0].toStdString();
+        EXPECT_EQ(damage, bytes(copy)) << name;
         EXPECT_EQ((Strings{"Failed to read quotes from disk",
-                           "Kept a copy of the damaged quotes database at '" +
-                               inFolder(copies[0]).toStdString() + "'",
+                           "Kept a copy of the damaged quotes database at '" + copy + "'",
                            "Failed to read quotes from disk"}),
                   logged(qblog::Level::Warning))
             << name;
     }
+    // A document nested deeply, but within the reader's limit, reads.
+    std::vector<CQuoteRecord> records;
+    readQuotesDocument(R"({"Quotes": [{"UID": "x", "Content": "c", "More": )" +
+                           std::string(500, '[') + std::string(500, ']') + "}]}",
+                       "nested", records);
+    EXPECT_EQ(1u, records.size());
+}
+
+TEST_F(QuotesRepositoryTest, DamagedCopiesAreMadeOnlyForNewDamageAndAtMostThreeStay)
+{
+    for (int round = 0; round < 5; ++round) {
+        const QByteArray damage = "damage " + QByteArray::number(round);
+        ASSERT_TRUE(writeFileBytes(QString::fromStdString(mPath), damage));
+        mRepository.loadQuotes();
+        mRepository.loadQuotes(); // the same damage again: no second copy
+        const QStringList copies = filesLike(QStringLiteral("quotes.db.damaged-*"));
+        EXPECT_EQ(std::min(round + 1, 3), copies.size());
+        EXPECT_EQ(damage.toStdString(), bytes(mFolder + "/" + copies.last().toStdString()))
+            << "the newest copy sorts last";
+    }
+    EXPECT_TRUE(filesLike(QStringLiteral("*.saving-*")).isEmpty());
 }
 
 TEST_F(QuotesRepositoryTest, FailedSaveLeavesTheOldFileAndNothingElse)
 {
-    mRepository.mQuotes = makeRecords(2, 'a');
+    mRepository.mQuotes = generatedCollection(2, 'a');
     mRepository.saveQuotes();
-    const QByteArray old = fileBytes();
-    mRepository.mQuotes = makeRecords(100, 'b');
-    const auto expectFailedSave = [&] {
+    const std::string old = bytes();
+    mRepository.mQuotes = generatedCollection(100, 'b');
+    const auto expectFailedSave = [&](const std::string& reason) {
         qblog::clearLogHistory();
         mRepository.saveQuotes();
         const Strings warnings = logged(qblog::Level::Warning);
         ASSERT_EQ(2u, warnings.size());
         EXPECT_EQ("Failed to write quotes to disk", warnings[0]);
-        EXPECT_EQ(0u, warnings[1].rfind("Writing the quotes database failed: ", 0)) << warnings[1];
-        EXPECT_EQ(old, fileBytes());
-        EXPECT_EQ(QStringList{QStringLiteral("quotes.db")}, files());
+        EXPECT_EQ(0u, warnings[1].rfind("Writing the quotes database failed: " + reason, 0))
+            << warnings[1];
+        EXPECT_EQ(old, bytes());
+        EXPECT_EQ(QStringList{QStringLiteral("quotes.db")}, filesLike());
     };
     // A file size limit makes write() fail part-way, as a full disk would.
     rlimit previous{};
@@ -243,14 +306,20 @@ TEST_F(QuotesRepositoryTest, FailedSaveLeavesTheOldFileAndNothingElse)
     rlimit small = previous;
     small.rlim_cur = 4096;
     ::setrlimit(RLIMIT_FSIZE, &small);
-    expectFailedSave();
+    expectFailedSave("cannot write " + mPath + ".saving-");
     ::setrlimit(RLIMIT_FSIZE, &previous);
     std::signal(SIGXFSZ, previousHandler);
+
+    // A file the user made read-only stays as it is, even for root.
+    ::chmod(mPath.c_str(), 0444);
+    expectFailedSave(mPath + " is read-only: Permission denied");
+    EXPECT_EQ(0444u, modeOf(mPath) & 07777);
+    ::chmod(mPath.c_str(), 0600);
 
     if (!setUnwritable(mFolder, true)) {
         GTEST_SKIP() << "cannot make a folder unwritable here";
     }
-    expectFailedSave();
+    expectFailedSave("cannot create temporary file " + mPath + ".saving-");
     setUnwritable(mFolder, false);
 }
 
@@ -259,14 +328,14 @@ TEST_F(QuotesRepositoryTest, SymbolicLinkIsKeptAndItsTargetReplacedWithItsPermis
     namespace fs = std::filesystem;
     const std::string target = mHome.stdPath(QStringLiteral("elsewhere/target.db"));
     ASSERT_TRUE(QDir().mkpath(mHome.filePath(QStringLiteral("elsewhere"))));
-    writeQuotesFile(target, makeRecords(1, 'a'));
+    writeQuotesFile(target, generatedCollection(1, 'a'));
     fs::permissions(target, fs::perms(0640));
-    fs::create_symlink("../elsewhere/target.db", mRepository.mFilePath);
+    fs::create_symlink("../elsewhere/target.db", mPath);
     mRepository.loadQuotes();
     mRepository.insertQuote(CQuoteRecord("new", "id"), 0);
     mRepository.saveQuotes();
 
-    EXPECT_TRUE(fs::is_symlink(mRepository.mFilePath));
+    EXPECT_TRUE(fs::is_symlink(mPath));
     EXPECT_EQ(fs::perms(0640), fs::status(target).permissions());
     std::vector<CQuoteRecord> read;
     readQuotesFile(target, read);
@@ -274,31 +343,160 @@ TEST_F(QuotesRepositoryTest, SymbolicLinkIsKeptAndItsTargetReplacedWithItsPermis
     EXPECT_EQ(1, QDir(mHome.filePath(QStringLiteral("elsewhere"))).entryList(QDir::Files).size());
 }
 
-// Another process (the helper) may read the file at any moment, and the saving one may
-// be killed at any moment: either way only a whole old or whole new file may be seen.
-TEST_F(QuotesRepositoryTest, ReadersAndKillsNeverSeeAHalfWrittenFile)
+TEST_F(QuotesRepositoryTest, AnotherProcesssSaveIsKeptAsACopyBeforeOursReplacesIt)
 {
-    const std::vector<CQuoteRecord> versions[] = {makeRecords(2, 'a'), makeRecords(4000, 'c')};
-    std::set<QByteArray> whole;
-    for (const auto& records : versions) {
-        writeQuotesFile(mRepository.mFilePath, records);
-        whole.insert(fileBytes());
+    writeQuotesFile(mPath, generatedCollection(3, 'a'));
+    mRepository.loadQuotes();
+    runTool({QStringLiteral("load-add-save"), QString::fromStdString(mPath)});
+    const std::string theirs = bytes();
+    ASSERT_NE(theirs.find("added by another process"), std::string::npos);
+
+    mRepository.addNewQuote()->mContent = "ours";
+    mRepository.saveQuotes();
+    const QStringList copies = filesLike(QStringLiteral("quotes.db.conflict-*"));
+    ASSERT_EQ(1, copies.size());
+    const std::string copy = mFolder + "/" + copies[0].toStdString();
+    EXPECT_EQ(theirs, bytes(copy));
+    EXPECT_EQ((Strings{"Another program changed the quotes database since it was read; kept its "
+                       "version at '" +
+                       copy + "'"}),
+              logged(qblog::Level::Warning));
+    EXPECT_NE(bytes().find("ours"), std::string::npos);
+
+    mRepository.saveQuotes(); // our own last save is no other writer's
+    EXPECT_EQ(1, filesLike(QStringLiteral("quotes.db.conflict-*")).size());
+}
+
+TEST_F(QuotesRepositoryTest, RepeatedIdentifiersGetFreshOnesAtLoadAndTheNextSaveKeepsThem)
+{
+    writeQuotesFile(mPath, {CQuoteRecord("1", "a"), CQuoteRecord("2", "a"), CQuoteRecord("3", "b"),
+                            CQuoteRecord("4", "a")});
+    mRepository.loadQuotes();
+    ASSERT_EQ(4u, mRepository.mQuotes.size());
+    EXPECT_EQ("a", mRepository.mQuotes[0].mUID);
+    EXPECT_EQ("b", mRepository.mQuotes[2].mUID);
+    std::set<std::string> uids;
+    for (const CQuoteRecord& record : mRepository.mQuotes) {
+        uids.insert(record.mUID);
     }
-    const pid_t child = ::fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        for (int round = 0; round < 100000; ++round) {
-            writeQuotesFile(mRepository.mFilePath, versions[round % 2]);
+    EXPECT_EQ(4u, uids.size());
+    const Strings info = logged(qblog::Level::Info);
+    EXPECT_EQ(2, std::count_if(info.begin(), info.end(), [](const std::string& line) {
+                  return line.find("repeated the identifier 'a'") != line.npos;
+              }));
+    mRepository.removeQuote(mRepository.mQuotes[1].mUID); // removes that one record only
+    EXPECT_EQ((Strings{"1", "3", "4"}), contents());
+    mRepository.saveQuotes();
+    std::vector<CQuoteRecord> saved;
+    readQuotesFile(mPath, saved);
+    EXPECT_EQ(mRepository.mQuotes[2].mUID, saved.at(2).mUID);
+}
+
+TEST_F(QuotesRepositoryTest, FilesThatCannotBeReadAreNeverReplacedUnlessCopied)
+{
+    // A FIFO fails the load at once; with nothing copied, no save may replace it.
+    ASSERT_EQ(0, ::mkfifo(mPath.c_str(), 0600));
+    int told = 0;
+    std::string toldReason;
+    mRepository.setSaveRefusedObserver([&](const std::string& path, const std::string& reason) {
+        ++told;
+        toldReason = reason;
+        EXPECT_EQ(mPath, path);
+    });
+    mRepository.loadQuotes();
+    EXPECT_TRUE(mRepository.isSavingRefused());
+    qblog::clearLogHistory();
+    mRepository.saveQuotes();
+    mRepository.saveQuotes();
+    EXPECT_TRUE(S_ISFIFO(modeOf(mPath)));
+    EXPECT_EQ(1, told);
+    EXPECT_EQ(mPath + " is not a regular file: Invalid argument", toldReason);
+    const std::string refusal = "Not saving over '" + mPath +
+                                "' until it is fixed: it could not be read (" + toldReason +
+                                ") and no copy of it could be kept";
+    EXPECT_EQ((Strings{"Failed to write quotes to disk", refusal, "Failed to write quotes to disk",
+                       refusal}),
+              logged(qblog::Level::Warning));
+
+    // Without read permission (as an unprivileged user, since root reads anything).
+    const passwd* nobody = ::getpwnam("nobody");
+    if (!nobody || ::geteuid() != 0) {
+        GTEST_SKIP() << "needs root and a 'nobody' user to test missing read permission";
+    }
+    ::unlink(mPath.c_str());
+    writeQuotesFile(mPath, generatedCollection(2, 'u'));
+    const std::string unreadable = bytes();
+    ::chmod(mPath.c_str(), 0200);
+    ::chmod(mHome.stdPath(QString()).c_str(), 0755);
+    ASSERT_EQ(0, ::chown(mFolder.c_str(), nobody->pw_uid, nobody->pw_gid));
+    ASSERT_EQ(0, ::chown(mPath.c_str(), nobody->pw_uid, nobody->pw_gid));
+    const QString output =
+        runTool({QStringLiteral("load-add-save"), QString::fromStdString(mPath)}, nobody);
+    EXPECT_TRUE(output.contains(QStringLiteral("Failed to keep a copy of the damaged quotes")));
+    EXPECT_TRUE(
+        output.contains(QStringLiteral("Not saving over '%1'").arg(QString::fromStdString(mPath))))
+        << output.toStdString();
+    EXPECT_EQ(unreadable, bytes());
+    EXPECT_TRUE(filesLike(QStringLiteral("quotes.db.*")).isEmpty());
+}
+
+TEST_F(QuotesRepositoryTest, DatabaseNamesAtTheSystemLimitsStillSave)
+{
+    // A file name of NAME_MAX bytes, and a whole path of PATH_MAX - 1 bytes.
+    const std::string longName = mFolder + "/" + std::string(NAME_MAX, 'q');
+    std::string deep = mFolder;
+    while (deep.size() + 1 + NAME_MAX + 1 + 16 < PATH_MAX) {
+        deep += "/" + std::string(NAME_MAX, 'd');
+    }
+    ASSERT_TRUE(QDir().mkpath(QString::fromStdString(deep)));
+    const std::string longPath = deep + "/" + std::string(PATH_MAX - 1 - deep.size() - 1, 'p');
+    ASSERT_EQ(static_cast<std::size_t>(PATH_MAX - 1), longPath.size());
+    for (const std::string& path : {longName, longPath}) {
+        mRepository.mFilePath = path;
+        mRepository.mQuotes = generatedCollection(5, 'l');
+        qblog::clearLogHistory();
+        mRepository.saveQuotes();
+        mRepository.loadQuotes();
+        EXPECT_EQ(5u, mRepository.mQuotes.size()) << path.size();
+        EXPECT_TRUE(logged(qblog::Level::Warning).empty()) << path.size();
+    }
+    // Copies of a damaged file there have longer paths than the limit, yet are compared
+    // and kept once.
+    ASSERT_TRUE(writeFileBytes(QString::fromStdString(longPath), "damage"));
+    mRepository.loadQuotes();
+    mRepository.loadQuotes();
+    EXPECT_FALSE(mRepository.isSavingRefused());
+    EXPECT_EQ(1,
+              QDir(QString::fromStdString(deep)).entryList({QStringLiteral("*.damaged-*")}).size());
+}
+
+// A save killed at a random moment leaves the old or the new file, never a mix, readers
+// in the meantime see one of them whole, and the next load removes what the killed
+// saves left behind.
+TEST_F(QuotesRepositoryTest, KilledSavesOfALargeCollectionLeaveAWholeFileAndNoLeftovers)
+{
+    constexpr int kQuotes = 100000;
+    writeQuotesFile(mPath, generatedCollection(kQuotes, 'o'));
+    const std::set<std::string> whole = {documentOf(generatedCollection(kQuotes, 'o')),
+                                         documentOf(generatedCollection(kQuotes, 'n'))};
+    int leftovers = 0;
+    int reads = 0;
+    for (int kill = 0; kill < 8; ++kill) {
+        QProcess saver;
+        saver.start(kTool, {QStringLiteral("save-loop"), QString::fromStdString(mPath),
+                            QString::number(kQuotes)});
+        ASSERT_TRUE(saver.waitForReadyRead(30000));
+        const auto end = std::chrono::steady_clock::now() +
+                         std::chrono::milliseconds(QRandomGenerator::global()->bounded(50, 900));
+        while (std::chrono::steady_clock::now() < end) {
+            EXPECT_TRUE(whole.contains(bytes())) << "read " << ++reads;
         }
-        ::_exit(0);
+        ::kill(static_cast<pid_t>(saver.processId()), SIGKILL);
+        saver.waitForFinished(30000);
+        EXPECT_TRUE(whole.contains(bytes())) << "after kill " << kill;
+        leftovers += filesLike(QStringLiteral("quotes.db.saving-*")).size();
     }
-    int torn = 0;
-    for (const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(400);
-         std::chrono::steady_clock::now() < end;) {
-        torn += whole.contains(fileBytes()) ? 0 : 1;
-    }
-    ::kill(child, SIGKILL);
-    ::waitpid(child, nullptr, 0);
-    EXPECT_EQ(0, torn);
-    EXPECT_TRUE(whole.contains(fileBytes()));
+    EXPECT_GT(leftovers, 0) << "no kill hit a save in progress";
+    runTool({QStringLiteral("load"), QString::fromStdString(mPath)});
+    EXPECT_EQ(QStringList{QStringLiteral("quotes.db")}, filesLike());
 }
