@@ -2,6 +2,7 @@
 
 #include "app/MainMenu.h"
 #include "app/QuotesWindowController.h"
+#include "core/AppIdentity.h"
 #include "core/FolderHelper.h"
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
@@ -153,7 +154,7 @@ void QBAppDelegate::showAboutWindow()
     if (!mAboutWindow) {
         // A child of the main window, so it never keeps the program alive on its own.
         mAboutWindow =
-            new QBAboutWindow(QApplication::applicationDisplayName(),
+            new QBAboutWindow(QString::fromUtf8(qbidentity::kDisplayName),
                               QApplication::applicationVersion(), mQuotesWindowController);
     }
     mAboutWindow->show();

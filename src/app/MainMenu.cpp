@@ -1,6 +1,7 @@
 #include "app/MainMenu.h"
 
 #include "app/AppDelegate.h"
+#include "core/AppIdentity.h"
 #include "ui/HelpBook.h"
 
 #include <QAction>
@@ -53,8 +54,8 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
     // Without a help book in the bundle there is nothing to open, so no item either.
     if (!QBHelpBook::helpURL().isEmpty()) {
         //% "%1 Help"
-        QAction* help =
-            helpMenu->addAction(qtTrId("MenuHelpBook").arg(QApplication::applicationDisplayName()));
+        QAction* help = helpMenu->addAction(
+            qtTrId("MenuHelpBook").arg(QString::fromUtf8(qbidentity::kDisplayName)));
         help->setObjectName(QStringLiteral("helpBookAction"));
         help->setShortcut(QKeySequence::HelpContents);
         QObject::connect(help, &QAction::triggered, [] { QBHelpBook::openHelpAnchor(); });
@@ -62,7 +63,7 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
     }
     //% "&About %1"
     QAction* about =
-        helpMenu->addAction(qtTrId("MenuAbout").arg(QApplication::applicationDisplayName()));
+        helpMenu->addAction(qtTrId("MenuAbout").arg(QString::fromUtf8(qbidentity::kDisplayName)));
     about->setObjectName(QStringLiteral("aboutAction"));
     about->setMenuRole(QAction::AboutRole);
     QObject::connect(about, &QAction::triggered, &delegate, &QBAppDelegate::showAboutWindow);

@@ -17,7 +17,8 @@ int main(int argc, char* argv[])
     }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QString::fromUtf8(qbidentity::kProcessName));
-    QApplication::setApplicationDisplayName(QString::fromUtf8(qbidentity::kDisplayName));
+    // No application display name: Qt would append it to every window title, and the quotes
+    // window's title already names the program ("quillbox2 – 45 quotes").
     QApplication::setApplicationVersion(QStringLiteral(QB_VERSION));
     QApplication::setOrganizationDomain(QStringLiteral("quillbox2.org"));
     QApplication::setDesktopFileName(QString::fromUtf8(qbidentity::kBundleIdentifier));
