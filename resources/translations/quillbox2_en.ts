@@ -289,6 +289,10 @@
         <source>Print the next quote to standard output and exit (for mail clients that run a command for the signature).</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="AboutQtText">
+        <source>&lt;h3&gt;About Qt&lt;/h3&gt;&lt;p&gt;This program uses Qt version %1.&lt;/p&gt;&lt;p&gt;Qt is a C++ toolkit for cross-platform application development, available under the GNU Lesser General Public License version 3 and under commercial licences. See &lt;a href=&quot;https://www.qt.io/&quot;&gt;qt.io&lt;/a&gt;.&lt;/p&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QMessageBox>
+#include <QPixmap>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -78,7 +80,7 @@ QBAboutWindow::QBAboutWindow(const QString& applicationName, const QString& vers
     QPushButton* aboutQt =
         buttons->addButton(qtTrId("AboutQtButton"), QDialogButtonBox::ActionRole);
     aboutQt->setObjectName(QStringLiteral("aboutQtButton"));
-    connect(aboutQt, &QPushButton::clicked, this, [] { QApplication::aboutQt(); });
+    connect(aboutQt, &QPushButton::clicked, this, &QBAboutWindow::showAboutQt);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
 
     auto* layout = new QVBoxLayout(this);
@@ -95,6 +97,27 @@ QBAboutWindow::QBAboutWindow(const QString& applicationName, const QString& vers
     layout->addWidget(mCreditsLabel);
     layout->addWidget(buttons);
     setMinimumWidth(460);
+}
+
+void QBAboutWindow::showAboutQt()
+{
+    // Qt's own About box runs a nested event loop; this one is window-modal and answered
+    // like every other dialog of the program.
+    auto* box = new QMessageBox(this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::WindowModal);
+    box->setObjectName(QStringLiteral("aboutQtBox"));
+    box->setWindowTitle(qtTrId("AboutQtButton"));
+    box->setIconPixmap(
+        QPixmap(QStringLiteral(":/qt-project.org/qmessagebox/images/qtlogo-64.png")));
+    box->setTextFormat(Qt::RichText);
+    //% "<h3>About Qt</h3><p>This program uses Qt version %1.</p><p>Qt is a C++ toolkit "
+    //% "for cross-platform application development, available under the GNU Lesser "
+    //% "General Public License version 3 and under commercial licences. See "
+    //% "<a href=\"https://www.qt.io/\">qt.io</a>.</p>"
+    box->setText(qtTrId("AboutQtText").arg(QString::fromLatin1(qVersion())));
+    box->setStandardButtons(QMessageBox::Ok);
+    box->open();
 }
 
 QString QBAboutWindow::versionText() const

@@ -15,6 +15,8 @@ public:
                   QWidget* parent = nullptr);
 
     QString versionText() const;
+    // Qt's version and licence, in a window-modal box over this window.
+    void showAboutQt();
     QString creditsText() const;
 
     static constexpr const char* kHomepageUrl = "https://quillbox2.org/";

@@ -5,7 +5,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
-#include <QTimer>
 #include <QTranslator>
 
 #include <gtest/gtest.h>
@@ -44,18 +43,21 @@ TEST(AboutWindowTest, ShowsIconVersionLicenceAndHomepageAndOpensAboutQt)
             << name;
     }
 
-    // Qt's About box runs its own event loop: it is answered from a timer.
-    QString aboutQtTitle;
-    QTimer::singleShot(0, [&aboutQtTitle] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            aboutQtTitle = box->windowTitle();
-            box->accept();
-        }
-    });
+    // The About Qt box is window-modal over the About window and names Qt's version.
     auto* aboutQt = window.findChild<QPushButton*>(QStringLiteral("aboutQtButton"));
     ASSERT_NE(aboutQt, nullptr);
     QTest::mouseClick(aboutQt, Qt::LeftButton);
-    EXPECT_EQ(aboutQtTitle, QStringLiteral("About Qt"));
+    QMessageBox* box = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        box = window.findChild<QMessageBox*>(QStringLiteral("aboutQtBox"));
+        return box && box->isVisible();
+    }));
+    EXPECT_EQ(box->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(box->windowTitle(), QStringLiteral("About Qt"));
+    EXPECT_TRUE(box->text().contains(QString::fromLatin1(qVersion())));
+    QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return !window.findChild<QMessageBox*>(QStringLiteral("aboutQtBox")); }));
     QApplication::setWindowIcon(QIcon());
     QApplication::removeTranslator(&english);
 }
