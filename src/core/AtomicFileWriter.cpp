@@ -267,6 +267,9 @@ QBFileIdentity replaceFileAtomically(const std::string& path,
 
 int removeStaleTemporaryFiles(const std::string& path)
 {
+    if (path.empty()) {
+        return 0; // names would be matched against nothing, in the working folder
+    }
     fs::path target;
     try {
         target = resolveSymbolicLinks(fs::path(path));

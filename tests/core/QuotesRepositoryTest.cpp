@@ -220,6 +220,14 @@ TEST_F(QuotesRepositoryTest, LoadSaveRoundTripAndLog)
                        "No file path for quotes specified - Cannot save quotes."}),
               logged(qblog::Level::Warning));
     EXPECT_EQ(QStringList{QStringLiteral("quotes.db")}, filesLike());
+
+    // Without a path, no file of the working folder is taken for a killed save's.
+    const QString previous = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(QString::fromStdString(mFolder)));
+    ASSERT_TRUE(writeFileBytes(QStringLiteral(".saving-0123abcd"), "not ours"));
+    mRepository.loadQuotes();
+    QDir::setCurrent(previous);
+    EXPECT_EQ(2, filesLike().size());
 }
 
 TEST_F(QuotesRepositoryTest, DamagedFileIsReadUpToTheFaultAndCopiedAsideOnce)
