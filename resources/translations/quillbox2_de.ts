@@ -293,6 +293,10 @@
         <source>&lt;h3&gt;About Qt&lt;/h3&gt;&lt;p&gt;This program uses Qt version %1.&lt;/p&gt;&lt;p&gt;Qt is a C++ toolkit for cross-platform application development, available under the GNU Lesser General Public License version 3 and under commercial licences. See &lt;a href=&quot;https://www.qt.io/&quot;&gt;qt.io&lt;/a&gt;.&lt;/p&gt;</source>
         <translation>&lt;h3&gt;Über Qt&lt;/h3&gt;&lt;p&gt;Dieses Programm verwendet Qt in Version %1.&lt;/p&gt;&lt;p&gt;Qt ist ein C++-Werkzeugkasten für plattformübergreifende Anwendungsentwicklung, erhältlich unter der GNU Lesser General Public License Version 3 und unter kommerziellen Lizenzen. Siehe &lt;a href=&quot;https://www.qt.io/&quot;&gt;qt.io&lt;/a&gt;.&lt;/p&gt;</translation>
     </message>
+    <message id="EditorEmptyQuotePlaceholder">
+        <source>Type the quote here.</source>
+        <translation>Geben Sie hier das Zitat ein.</translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

@@ -293,6 +293,10 @@
         <source>&lt;h3&gt;About Qt&lt;/h3&gt;&lt;p&gt;This program uses Qt version %1.&lt;/p&gt;&lt;p&gt;Qt is a C++ toolkit for cross-platform application development, available under the GNU Lesser General Public License version 3 and under commercial licences. See &lt;a href=&quot;https://www.qt.io/&quot;&gt;qt.io&lt;/a&gt;.&lt;/p&gt;</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="EditorEmptyQuotePlaceholder">
+        <source>Type the quote here.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

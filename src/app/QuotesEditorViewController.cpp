@@ -110,8 +110,6 @@ void QBQuotesEditorViewController::setUpControls()
     // Transparent, so the gradient and the drawing show behind the text.
     textView->viewport()->setAutoFillBackground(false);
     textView->setAttribute(Qt::WA_TranslucentBackground);
-    //% "Select a quote in the list, or add one."
-    textView->setPlaceholderText(qtTrId("EditorNoQuotePlaceholder"));
     textView->installEventFilter(this);
     connect(textView, &QTextEdit::textChanged, this, [this] {
         if (!mShowingContent && !mIsEditing && mCurrentQuote != nullptr)
@@ -187,6 +185,13 @@ void QBQuotesEditorViewController::updateActiveQuote(
     }
     showContent(hasQuote ? mCurrentQuote->content() : QString());
     mUi->quoteTextView->setReadOnly(!hasQuote);
+    // An empty quote being written asks for its text; an empty editor with no quote says how
+    // to get one.
+    //% "Type the quote here."
+    const QString quotePlaceholder = qtTrId("EditorEmptyQuotePlaceholder");
+    //% "Select a quote in the list, or add one."
+    const QString noQuotePlaceholder = qtTrId("EditorNoQuotePlaceholder");
+    mUi->quoteTextView->setPlaceholderText(hasQuote ? quotePlaceholder : noQuotePlaceholder);
     mConfirmAction->setEnabled(hasQuote);
     mCancelAction->setEnabled(hasQuote);
 }

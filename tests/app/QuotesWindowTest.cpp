@@ -117,6 +117,7 @@ TEST_F(QuotesWindowTest, OpensUnselectedAddSelectsTheNewRowAndAConfirmedEditIsSa
     EXPECT_TRUE(mWindow->windowTitle().contains(QString::number(mSeedCount)))
         << mWindow->windowTitle().toStdString();
     EXPECT_TRUE(mText->isReadOnly()); // nothing to edit yet
+    const QString noQuotePlaceholder = mText->placeholderText();
     for (const char* disabled : {"removeQuoteAction", "chooseQuoteAction"})
         EXPECT_FALSE(child<QAction>(disabled)->isEnabled()) << disabled;
 
@@ -124,6 +125,7 @@ TEST_F(QuotesWindowTest, OpensUnselectedAddSelectsTheNewRowAndAConfirmedEditIsSa
     ASSERT_EQ(rows(), mSeedCount + 1);
     EXPECT_EQ(mWindow->selectionIndex(), mSeedCount);
     EXPECT_TRUE(mText->hasFocus());
+    EXPECT_NE(mText->placeholderText(), noQuotePlaceholder); // asks for the text, not a quote
     const QString added = uidOfRow(mSeedCount);
     EXPECT_EQ(savedQuotes().at(added), QString()); // saved at once, empty
     QSignalSpy rowChanged(mList->model(), &QAbstractItemModel::dataChanged);
