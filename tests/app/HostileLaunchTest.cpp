@@ -9,22 +9,22 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 const QString kApp = QStringLiteral(QB_APP_PATH);
 const QString kFolder =
-    QStringLiteral("xdg_data_home/group.Q8B2X4K7LM.org.quillbox2/Library/Application Support");
-const QString kLog = QStringLiteral("xdg_state_home/Logs/quillbox2.log");
+    u"xdg_data_home/group.Q8B2X4K7LM.org.quillbox2/Library/Application Support"_s;
+const QString kLog = u"xdg_state_home/Logs/quillbox2.log"_s;
 
-mode_t permissionsOf(const QString& path)
+unsigned permissionsOf(const QString& path)
 {
-    struct stat status
-    {
-    };
-    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_mode & 07777 : 0;
+    return static_cast<unsigned>(std::filesystem::status(path.toStdString()).permissions());
 }
 
 // Starts the program with |prepare| run in the child, waits until the log file shows
@@ -59,17 +59,15 @@ TEST(HostileLaunchTest, ClosedOrDeadOutputNeitherHangsNorKillsAndFilesArePrivate
         QString standardOutput;
         const QString log = runUntilLoaded(
             home, [] { ::close(STDIN_FILENO), ::close(STDOUT_FILENO); },
-            [&](pid_t pid) {
-                standardOutput = QFile::symLinkTarget(QStringLiteral("/proc/%1/fd/1").arg(pid));
-            });
-        EXPECT_EQ(QStringLiteral("/dev/null"), standardOutput);
-        EXPECT_EQ(1, log.count(QStringLiteral("Logging established"))) << log.toStdString();
-        EXPECT_TRUE(log.contains(QStringLiteral("Shutting down.")));
+            [&](pid_t pid) { standardOutput = QFile::symLinkTarget(u"/proc/%1/fd/1"_s.arg(pid)); });
+        EXPECT_EQ(u"/dev/null"_s, standardOutput);
+        EXPECT_EQ(1, log.count(u"Logging established"_s)) << log.toStdString();
+        EXPECT_TRUE(log.contains(u"Shutting down."_s));
         // What holds the user's quotes and habits is theirs alone.
-        EXPECT_EQ(0600u, permissionsOf(home.filePath(kFolder + QStringLiteral("/quotes.db"))));
+        EXPECT_EQ(0600u, permissionsOf(home.filePath(kFolder + u"/quotes.db"_s)));
         EXPECT_EQ(0600u, permissionsOf(home.filePath(kLog)));
         EXPECT_EQ(0700u, permissionsOf(home.filePath(kFolder)));
-        EXPECT_EQ(0700u, permissionsOf(home.filePath(QStringLiteral("xdg_state_home/Logs"))));
+        EXPECT_EQ(0700u, permissionsOf(home.filePath(u"xdg_state_home/Logs"_s)));
     }
     {
         // Standard output is a pipe whose reader has gone: writes fail, the program lives.
@@ -80,7 +78,7 @@ TEST(HostileLaunchTest, ClosedOrDeadOutputNeitherHangsNorKillsAndFilesArePrivate
         const int writeEnd = pipeEnds[1];
         const QString log = runUntilLoaded(home, [writeEnd] { ::dup2(writeEnd, STDOUT_FILENO); });
         ::close(writeEnd);
-        EXPECT_TRUE(log.contains(QStringLiteral("Shutting down."))) << log.toStdString();
+        EXPECT_TRUE(log.contains(u"Shutting down."_s)) << log.toStdString();
     }
 }
 
@@ -88,15 +86,15 @@ TEST(HostileLaunchTest, AFifoOrADeeplyNestedDatabaseFailsTheLoadAndTheProgramRun
 {
     for (const bool fifo : {true, false}) {
         QBTestHome home;
-        const QString db = home.filePath(kFolder + QStringLiteral("/quotes.db"));
+        const QString db = home.filePath(kFolder + u"/quotes.db"_s);
         ASSERT_TRUE(writeFileBytes(db, "{\"Quotes\": " + QByteArray(100000, '[')));
         if (fifo) {
             ASSERT_TRUE(QFile::remove(db));
             ASSERT_EQ(0, ::mkfifo(QFile::encodeName(db).constData(), 0600));
         }
         const QString log = runUntilLoaded(home, [] {});
-        EXPECT_TRUE(log.contains(QStringLiteral("Failed to read quotes from disk"))) << fifo;
-        EXPECT_TRUE(log.contains(QStringLiteral("0 quotes read from database"))) << fifo;
+        EXPECT_TRUE(log.contains(u"Failed to read quotes from disk"_s)) << fifo;
+        EXPECT_TRUE(log.contains(u"0 quotes read from database"_s)) << fifo;
     }
 }
 

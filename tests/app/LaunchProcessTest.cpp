@@ -14,12 +14,15 @@
 #include <csignal>
 #include <set>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QString kApp = QStringLiteral(QB_APP_PATH);
-const QString kShutdown = QStringLiteral("Shutting down.\n");
-const QString kDb = QStringLiteral(
-    "xdg_data_home/group.Q8B2X4K7LM.org.quillbox2/Library/Application Support/quotes.db");
+const QString kShutdown = u"Shutting down.\n"_s;
+const QString kDb =
+    u"xdg_data_home/group.Q8B2X4K7LM.org.quillbox2/Library/Application Support/quotes.db"_s;
+const QString kLog = u"xdg_state_home/Logs/quillbox2.log"_s;
 
 // Whether |fragments| occur in |text| in this order.
 bool inOrder(const QString& text, const QStringList& fragments)
@@ -34,18 +37,6 @@ bool inOrder(const QString& text, const QStringList& fragments)
     return true;
 }
 
-// Starts |program| with |arguments| and waits until logging is up; returns what it printed.
-QByteArray startUntilLogging(QProcess& process, const QString& program,
-                             const QStringList& arguments = {})
-{
-    process.start(program, arguments);
-    QByteArray bytes;
-    while (!bytes.contains("Logging established") && process.waitForReadyRead(30000)) {
-        bytes += process.readAllStandardOutput();
-    }
-    return bytes;
-}
-
 // Reads |process|'s output until it contains |text| (30 s at most).
 bool waitForOutput(QProcess& process, QByteArray& output, const QByteArray& text)
 {
@@ -53,6 +44,16 @@ bool waitForOutput(QProcess& process, QByteArray& output, const QByteArray& text
         output += process.readAllStandardOutput();
     }
     return output.contains(text);
+}
+
+// Starts |program| with |arguments| and waits until logging is up; returns what it printed.
+QByteArray startUntilLogging(QProcess& process, const QString& program,
+                             const QStringList& arguments = {})
+{
+    process.start(program, arguments);
+    QByteArray bytes;
+    waitForOutput(process, bytes, "Logging established");
+    return bytes;
 }
 
 // Runs |program|, sends it |signalNumber| once logging is up (the signal watcher is
@@ -80,15 +81,12 @@ TEST(LaunchProcessTest, FirstLaunchCopiesTheSeedAndSecondCopiesNothing)
     std::vector<CQuoteRecord> seed;
     readQuotesFile(QB_SEED_PATH, seed);
     const QStringList expected = {
-        QStringLiteral("Logging established (level: debug)"),
-        QStringLiteral("Launch of quillbox2 "),
-        QStringLiteral("%1 quotes read from database at '%2'").arg(seed.size()).arg(db)};
+        u"Logging established (level: debug)"_s, u"Launch of quillbox2 "_s,
+        u"%1 quotes read from database at '%2'"_s.arg(seed.size()).arg(db)};
     const QString first = runApp(kApp, expected);
     EXPECT_TRUE(first.endsWith(kShutdown));
-    EXPECT_FALSE(first.contains(QStringLiteral("[warning]")));
-    EXPECT_TRUE(inOrder(QString::fromUtf8(readFileBytes(
-                            home.filePath(QStringLiteral("xdg_state_home/Logs/quillbox2.log")))),
-                        expected));
+    EXPECT_FALSE(first.contains(u"[warning]"_s));
+    EXPECT_TRUE(inOrder(QString::fromUtf8(readFileBytes(home.filePath(kLog))), expected));
     EXPECT_EQ(readFileBytes(db), seedBytes);
     writeQuotesFile(db.toStdString(), seed); // the seed is in the store's own format
     EXPECT_EQ(readFileBytes(db), seedBytes);
@@ -100,36 +98,34 @@ TEST(LaunchProcessTest, FirstLaunchCopiesTheSeedAndSecondCopiesNothing)
 
     writeQuotesFile(db.toStdString(), {CQuoteRecord("Mine.", "")});
     const QByteArray mine = readFileBytes(db);
-    runApp(kApp, {QStringLiteral("1 quotes read from database at '%1'").arg(db)}, SIGINT);
+    runApp(kApp, {u"1 quotes read from database at '%1'"_s.arg(db)}, SIGINT);
     EXPECT_EQ(readFileBytes(db), mine);
 }
 
 TEST(LaunchProcessTest, DatabaseFailuresOnlyWarnAndNothingIsOverwritten)
 {
-    const QString noDb = QStringLiteral("(Still) no quotes DB after initialization found at ");
+    const QString noDb = u"(Still) no quotes DB after initialization found at "_s;
     for (const QByteArray& bytes : {QByteArray(""), QByteArray("{\"Quotes\": [ {\"UID\": ")}) {
         QBTestHome home;
         ASSERT_TRUE(writeFileBytes(home.filePath(kDb), bytes));
-        runApp(kApp, {QStringLiteral("Failed to read quotes from disk")});
+        runApp(kApp, {u"Failed to read quotes from disk"_s});
         EXPECT_TRUE(QFile::exists(home.filePath(kDb)));
         EXPECT_EQ(readFileBytes(home.filePath(kDb)), bytes);
     }
     { // The same program in a tree without share/quillbox2.
         QBTestHome home;
-        const QString bare = home.filePath(QStringLiteral("bare/bin/quillbox2"));
+        const QString bare = home.filePath(u"bare/bin/quillbox2"_s);
         ASSERT_TRUE(QDir().mkpath(QFileInfo(bare).path()) && QFile::copy(kApp, bare));
-        runApp(bare,
-               {QStringLiteral("Failed to locate sample quotes db in app bundle: (null)"), noDb});
+        runApp(bare, {u"Failed to locate sample quotes db in app bundle: (null)"_s, noDb});
         EXPECT_FALSE(QFile::exists(home.filePath(kDb)));
     }
     { // The container cannot be created: XDG_DATA_HOME is a file.
         QBTestHome home;
-        const QString file = home.filePath(QStringLiteral("file"));
+        const QString file = home.filePath(u"file"_s);
         ASSERT_TRUE(writeFileBytes(file, "x"));
         ::setenv("XDG_DATA_HOME", file.toUtf8().constData(), 1);
-        runApp(kApp,
-               {QStringLiteral("Failed to create folder for application group: "),
-                QStringLiteral("Failed to copy default quotes db to app support folder: "), noDb});
+        runApp(kApp, {u"Failed to create folder for application group: "_s,
+                      u"Failed to copy default quotes db to app support folder: "_s, noDb});
         EXPECT_EQ(readFileBytes(file), QByteArray("x"));
     }
 }
@@ -142,27 +138,24 @@ TEST(LaunchProcessTest, CommandLineIsAnsweredOnTheTerminalWithoutADisplay)
         int exitCode;
         QString stdoutPart, stderrPart;
     };
-    const QString tryHelp = QStringLiteral("Try 'quillbox2 --help' for more information.\n");
+    const QString version = QStringLiteral("quillbox2 " QB_VERSION "\n");
     const Case cases[] = {
-        {{QStringLiteral("--help")}, 0, QStringLiteral("-v, --version  Show the version"), {}},
-        {{QStringLiteral("-h")},
-         0,
-         QStringLiteral("turns one of them into an e-mail signature"),
-         {}},
-        {{QStringLiteral("--version")}, 0, QStringLiteral("quillbox2 " QB_VERSION "\n"), {}},
-        {{QStringLiteral("-style"), QStringLiteral("fusion"), QStringLiteral("-v")},
-         0,
-         QStringLiteral("quillbox2 " QB_VERSION "\n"),
-         {}},
-        {{QStringLiteral("--bogus")}, 1, {}, QStringLiteral("Unknown option 'bogus'.\n") + tryHelp},
-        {{QStringLiteral("-x"), QStringLiteral("-h")}, 1, {}, QStringLiteral("Unknown option 'x'")},
-        {{QStringLiteral("quotes.txt")}, 1, {}, QStringLiteral("Unexpected argument 'quotes.txt'")},
+        {{u"--help"_s}, 0, u"-v, --version  Show the version"_s, {}},
+        {{u"-h"_s}, 0, u"turns one of them into an e-mail signature"_s, {}},
+        {{u"--version"_s}, 0, version, {}},
+        {{u"-style"_s, u"fusion"_s, u"-v"_s}, 0, version, {}},
+        {{u"--bogus"_s},
+         1,
+         {},
+         u"Unknown option 'bogus'.\nTry 'quillbox2 --help' for more information.\n"_s},
+        {{u"-x"_s, u"-h"_s}, 1, {}, u"Unknown option 'x'"_s},
+        {{u"quotes.txt"_s}, 1, {}, u"Unexpected argument 'quotes.txt'"_s},
     };
     QBTestHome home;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(QStringLiteral("DISPLAY")); // a window would abort the program here
-    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    environment.remove(u"DISPLAY"_s); // a window would abort the program here
+    environment.remove(u"WAYLAND_DISPLAY"_s);
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
     for (const Case& c : cases) {
         const QString line = c.arguments.join(u' ');
         QProcess process;
@@ -177,19 +170,19 @@ TEST(LaunchProcessTest, CommandLineIsAnsweredOnTheTerminalWithoutADisplay)
         EXPECT_TRUE(err.contains(c.stderrPart)) << line.toStdString() << err.toStdString();
         EXPECT_EQ(out.isEmpty(), c.exitCode != 0) << line.toStdString();
     }
-    EXPECT_FALSE(QFile::exists(home.filePath(QStringLiteral("xdg_state_home/Logs/quillbox2.log"))));
+    EXPECT_FALSE(QFile::exists(home.filePath(kLog)));
 }
 
 TEST(LaunchProcessTest, ASecondLaunchRaisesTheRunningWindowAndEnds)
 {
     QBTestHome home;
-    const QString runtime = home.filePath(QStringLiteral("xdg_runtime_dir/"));
-    const QString lockPath = runtime + QStringLiteral("org.quillbox2.Quillbox2.lock");
-    const QString socketPath = runtime + QStringLiteral("org.quillbox2.Quillbox2.socket");
+    const QString runtime = home.filePath(u"xdg_runtime_dir/"_s);
+    const QString lockPath = runtime + u"org.quillbox2.Quillbox2.lock"_s;
+    const QString socketPath = runtime + u"org.quillbox2.Quillbox2.socket"_s;
     { // What a killed first launch leaves behind: a lock naming a process that has ended,
       // and its socket file.
         QProcess ended;
-        ended.start(QStringLiteral("true"));
+        ended.start(u"true"_s);
         ASSERT_TRUE(ended.waitForStarted());
         const qint64 endedPid = ended.processId();
         ASSERT_TRUE(ended.waitForFinished());
@@ -197,8 +190,7 @@ TEST(LaunchProcessTest, ASecondLaunchRaisesTheRunningWindowAndEnds)
         ASSERT_TRUE(writeFileBytes(socketPath, ""));
     }
     QProcess first;
-    QByteArray firstOutput =
-        startUntilLogging(first, kApp, {QStringLiteral("-style"), QStringLiteral("fusion")});
+    QByteArray firstOutput = startUntilLogging(first, kApp, {u"-style"_s, u"fusion"_s});
     ASSERT_TRUE(firstOutput.contains("Logging established")) << firstOutput.toStdString();
 
     const auto launchSecond = [] {
@@ -222,16 +214,15 @@ TEST(LaunchProcessTest, ASecondLaunchRaisesTheRunningWindowAndEnds)
     const auto [hungExitCode, hungOutput] = launchSecond();
     ::kill(static_cast<pid_t>(first.processId()), SIGCONT);
     EXPECT_EQ(hungExitCode, 1);
-    EXPECT_EQ(hungOutput, QStringLiteral("Quillbox2 is already running but does not answer.\n"));
+    EXPECT_EQ(hungOutput, u"Quillbox2 is already running but does not answer.\n"_s);
 
     ::kill(static_cast<pid_t>(first.processId()), SIGTERM);
     EXPECT_TRUE(first.waitForFinished(30000));
     firstOutput += first.readAllStandardOutput();
     EXPECT_EQ(first.exitCode(), 0);
     EXPECT_TRUE(inOrder(QString::fromUtf8(firstOutput), {QString::fromUtf8(raised), kShutdown}));
-    const QString log = QString::fromUtf8(
-        readFileBytes(home.filePath(QStringLiteral("xdg_state_home/Logs/quillbox2.log"))));
-    EXPECT_EQ(log.count(QStringLiteral("Launch of quillbox2")), 1) << log.toStdString();
+    const QString log = QString::fromUtf8(readFileBytes(home.filePath(kLog)));
+    EXPECT_EQ(log.count(u"Launch of quillbox2"_s), 1) << log.toStdString();
     EXPECT_FALSE(QFile::exists(lockPath));
     EXPECT_FALSE(QFile::exists(socketPath));
 }

@@ -1,4 +1,5 @@
 #define BOOST_BIND_GLOBAL_PLACEHOLDERS
+#include "StoreToolCollections.h"
 #include "core/PlainQuotesReader.h"
 #include "core/QuotesDocument.h"
 #include "core/QuotesRepository.h"
@@ -25,13 +26,6 @@ Pairs pairsOf(const std::vector<CQuoteRecord>& records)
         pairs.emplace_back(record.mUID.size() == 36 ? "" : record.mUID, record.mContent);
     }
     return pairs;
-}
-
-std::string documentOf(const std::vector<CQuoteRecord>& records)
-{
-    std::ostringstream stream;
-    writeQuotesDocument(stream, records);
-    return stream.str();
 }
 
 // What reading means, spelled out with a property tree; nothing where it fails.

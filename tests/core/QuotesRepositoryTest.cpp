@@ -33,6 +33,7 @@
 
 namespace {
 
+namespace fs = std::filesystem;
 using Strings = std::vector<std::string>;
 const QString kTool = QStringLiteral(QB_STORE_TOOL);
 
@@ -41,22 +42,6 @@ bool isVersion4UUIDText(const std::string& text)
     static const std::regex pattern(
         "[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}");
     return std::regex_match(text, pattern);
-}
-
-std::string documentOf(const std::vector<CQuoteRecord>& records)
-{
-    std::ostringstream stream;
-    writeQuotesDocument(stream, records);
-    return stream.str();
-}
-
-mode_t modeOf(const std::string& path)
-{
-    struct stat status
-    {
-    };
-    ::lstat(path.c_str(), &status);
-    return status.st_mode;
 }
 
 // Makes |folder| refuse new files, or accept them again. Root ignores permission bits, so
@@ -321,7 +306,7 @@ TEST_F(QuotesRepositoryTest, FailedSaveLeavesTheOldFileAndNothingElse)
     // A file the user made read-only stays as it is, even for root.
     ::chmod(mPath.c_str(), 0444);
     expectFailedSave(mPath + " is read-only: Permission denied");
-    EXPECT_EQ(0444u, modeOf(mPath) & 07777);
+    EXPECT_EQ(fs::perms(0444), fs::status(mPath).permissions());
     ::chmod(mPath.c_str(), 0600);
 
     if (!setUnwritable(mFolder, true)) {
@@ -333,7 +318,6 @@ TEST_F(QuotesRepositoryTest, FailedSaveLeavesTheOldFileAndNothingElse)
 
 TEST_F(QuotesRepositoryTest, SymbolicLinkIsKeptAndItsTargetReplacedWithItsPermissions)
 {
-    namespace fs = std::filesystem;
     const std::string target = mHome.stdPath(QStringLiteral("elsewhere/target.db"));
     ASSERT_TRUE(QDir().mkpath(mHome.filePath(QStringLiteral("elsewhere"))));
     writeQuotesFile(target, generatedCollection(1, 'a'));
@@ -416,7 +400,7 @@ TEST_F(QuotesRepositoryTest, FilesThatCannotBeReadAreNeverReplacedUnlessCopied)
     qblog::clearLogHistory();
     mRepository.saveQuotes();
     mRepository.saveQuotes();
-    EXPECT_TRUE(S_ISFIFO(modeOf(mPath)));
+    EXPECT_TRUE(fs::is_fifo(fs::symlink_status(mPath)));
     EXPECT_EQ(1, told);
     EXPECT_EQ(mPath + " is not a regular file: Invalid argument", toldReason);
     const std::string refusal = "Not saving over '" + mPath +

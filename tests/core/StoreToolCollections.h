@@ -1,7 +1,9 @@
 #pragma once
 
 #include "core/QuoteRecord.h"
+#include "core/QuotesDocument.h"
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,4 +17,12 @@ inline std::vector<CQuoteRecord> generatedCollection(int count, char fill)
         records.emplace_back(std::string(60 + index % 40, fill), "uid-" + std::to_string(index));
     }
     return records;
+}
+
+// The bytes a save of |records| writes.
+inline std::string documentOf(const std::vector<CQuoteRecord>& records)
+{
+    std::ostringstream stream;
+    writeQuotesDocument(stream, records);
+    return stream.str();
 }

@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 
+#include <filesystem>
 #include <sys/stat.h>
 
 using Cache = SignalCache<SignalPostBody>;
@@ -71,10 +72,7 @@ TEST(SignalCacheTest, OnlyARegularFileOfPlausibleSizeIsRead)
     EXPECT_EQ(fifo.count(), 0);
     fifo.push(makeRecords(0, 1));
     fifo.saveToFile();
-    struct stat status
-    {
-    };
-    EXPECT_TRUE(::lstat(nativePath.constData(), &status) == 0 && S_ISFIFO(status.st_mode))
+    EXPECT_TRUE(std::filesystem::is_fifo(std::filesystem::symlink_status(nativePath.toStdString())))
         << "not ours to delete or replace";
     ASSERT_TRUE(QFile::remove(path));
 
