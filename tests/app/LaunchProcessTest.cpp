@@ -1,5 +1,7 @@
 // Runs the built quillbox2 the way a desktop session does, with HOME and XDG_* in a
-// temporary folder, and ends it with the signals that sessions and terminals send.
+// temporary folder, and ends it with the signals that sessions and terminals send; and
+// the way a careless or hostile environment starts it: standard output closed or a pipe
+// nobody reads, odd files where the database belongs.
 #include "core/QuotesRepository.h"
 
 #include "TestHome.h"
@@ -8,11 +10,15 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <filesystem>
 #include <set>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -20,8 +26,9 @@ namespace {
 
 const QString kApp = QStringLiteral(QB_APP_PATH);
 const QString kShutdown = u"Shutting down.\n"_s;
-const QString kDb =
-    u"xdg_data_home/group.Q8B2X4K7LM.org.quillbox2/Library/Application Support/quotes.db"_s;
+const QString kFolder =
+    u"xdg_data_home/group.Q8B2X4K7LM.org.quillbox2/Library/Application Support"_s;
+const QString kDb = kFolder + u"/quotes.db"_s;
 const QString kLog = u"xdg_state_home/Logs/quillbox2.log"_s;
 
 // Whether |fragments| occur in |text| in this order.
@@ -73,6 +80,34 @@ QString runApp(const QString& program, QStringList fragments, int signalNumber =
     return output;
 }
 
+unsigned permissionsOf(const QString& path)
+{
+    return static_cast<unsigned>(std::filesystem::status(path.toStdString()).permissions());
+}
+
+// Starts the program with |prepare| run in the child, waits until the log file shows
+// the quotes were read, stops it with SIGTERM and returns the log file.
+QString runUntilLoaded(const QBTestHome& home, std::function<void()> prepare,
+                       std::function<void(pid_t)> whileRunning = {})
+{
+    QProcess process;
+    process.setChildProcessModifier(std::move(prepare));
+    process.start(kApp, {});
+    EXPECT_TRUE(process.waitForStarted(30000));
+    const QString logPath = home.filePath(kLog);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return readFileBytes(logPath).contains("quotes read from database"); }, 30000));
+    const auto pid = static_cast<pid_t>(process.processId());
+    if (whileRunning) {
+        whileRunning(pid);
+    }
+    ::kill(pid, SIGTERM);
+    EXPECT_TRUE(process.waitForFinished(30000));
+    EXPECT_EQ(QProcess::NormalExit, process.exitStatus());
+    EXPECT_EQ(0, process.exitCode());
+    return QString::fromUtf8(readFileBytes(logPath));
+}
+
 TEST(LaunchProcessTest, FirstLaunchCopiesTheSeedAndSecondCopiesNothing)
 {
     QBTestHome home;
@@ -105,12 +140,25 @@ TEST(LaunchProcessTest, FirstLaunchCopiesTheSeedAndSecondCopiesNothing)
 TEST(LaunchProcessTest, DatabaseFailuresOnlyWarnAndNothingIsOverwritten)
 {
     const QString noDb = u"(Still) no quotes DB after initialization found at "_s;
-    for (const QByteArray& bytes : {QByteArray(""), QByteArray("{\"Quotes\": [ {\"UID\": ")}) {
+    // Empty, cut short, nested past the reader's limit, and a FIFO (which never blocks).
+    const QByteArray deep = "{\"Quotes\": " + QByteArray(100000, '[');
+    for (const QByteArray& bytes :
+         {QByteArray(""), QByteArray("{\"Quotes\": [ {\"UID\": "), deep, QByteArray("FIFO")}) {
         QBTestHome home;
-        ASSERT_TRUE(writeFileBytes(home.filePath(kDb), bytes));
-        runApp(kApp, {u"Failed to read quotes from disk"_s});
-        EXPECT_TRUE(QFile::exists(home.filePath(kDb)));
-        EXPECT_EQ(readFileBytes(home.filePath(kDb)), bytes);
+        const QString db = home.filePath(kDb);
+        ASSERT_TRUE(writeFileBytes(db, bytes));
+        if (bytes == "FIFO") {
+            ASSERT_TRUE(QFile::remove(db) &&
+                        ::mkfifo(QFile::encodeName(db).constData(), 0600) == 0);
+        }
+        runApp(kApp, {u"Failed to read quotes from disk"_s, u"0 quotes read from database"_s});
+        if (bytes == "FIFO") {
+            EXPECT_TRUE(
+                std::filesystem::is_fifo(std::filesystem::symlink_status(db.toStdString())));
+        } else {
+            EXPECT_TRUE(QFile::exists(db));
+            EXPECT_EQ(readFileBytes(db), bytes);
+        }
     }
     { // The same program in a tree without share/quillbox2.
         QBTestHome home;
@@ -225,6 +273,38 @@ TEST(LaunchProcessTest, ASecondLaunchRaisesTheRunningWindowAndEnds)
     EXPECT_EQ(log.count(u"Launch of quillbox2"_s), 1) << log.toStdString();
     EXPECT_FALSE(QFile::exists(lockPath));
     EXPECT_FALSE(QFile::exists(socketPath));
+}
+
+TEST(HostileLaunchTest, ClosedOrDeadOutputNeitherHangsNorKillsAndFilesArePrivate)
+{
+    {
+        // Standard input and output closed: they are reopened on /dev/null before
+        // anything else can take their numbers.
+        QBTestHome home;
+        QString standardOutput;
+        const QString log = runUntilLoaded(
+            home, [] { ::close(STDIN_FILENO), ::close(STDOUT_FILENO); },
+            [&](pid_t pid) { standardOutput = QFile::symLinkTarget(u"/proc/%1/fd/1"_s.arg(pid)); });
+        EXPECT_EQ(u"/dev/null"_s, standardOutput);
+        EXPECT_EQ(1, log.count(u"Logging established"_s)) << log.toStdString();
+        EXPECT_TRUE(log.contains(u"Shutting down."_s));
+        // What holds the user's quotes and habits is theirs alone.
+        EXPECT_EQ(0600u, permissionsOf(home.filePath(kDb)));
+        EXPECT_EQ(0600u, permissionsOf(home.filePath(kLog)));
+        EXPECT_EQ(0700u, permissionsOf(home.filePath(kFolder)));
+        EXPECT_EQ(0700u, permissionsOf(home.filePath(u"xdg_state_home/Logs"_s)));
+    }
+    {
+        // Standard output is a pipe whose reader has gone: writes fail, the program lives.
+        QBTestHome home;
+        int pipeEnds[2];
+        ASSERT_EQ(0, ::pipe(pipeEnds));
+        ::close(pipeEnds[0]);
+        const int writeEnd = pipeEnds[1];
+        const QString log = runUntilLoaded(home, [writeEnd] { ::dup2(writeEnd, STDOUT_FILENO); });
+        ::close(writeEnd);
+        EXPECT_TRUE(log.contains(u"Shutting down."_s)) << log.toStdString();
+    }
 }
 
 } // namespace
