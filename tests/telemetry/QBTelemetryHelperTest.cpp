@@ -41,11 +41,10 @@ TEST_F(QBTelemetryHelperTest, ConfigurationStartsASessionAndEachEventSendsItsOne
     helper.trackEvent(u"Custom"_s);
 
     const QList<QJsonObject> records = newRecords();
-    EXPECT_EQ(valuesOf(records),
+    ASSERT_EQ(valuesOf(records),
               (QStringList{u"Tallyhub.Acquisition.newInstallDetected"_s,
                            u"Tallyhub.Session.started"_s, u"Quote.Added"_s, u"Quote.Removed"_s,
                            u"App.Launched"_s, u"Quotes.BatchImported"_s, u"Custom"_s}));
-    ASSERT_EQ(records.size(), 7);
     EXPECT_EQ(records[5].value("payload"_L1).toObject().value("count"_L1).toString(), u"-3"_s);
     EXPECT_EQ(records[2].value("appID"_L1).toString(), kAppID);
 }

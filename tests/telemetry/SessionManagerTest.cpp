@@ -33,6 +33,8 @@ protected:
     Sent sent;
     const QString today = u"2026-05-06"_s;
 };
+using SessionHistoryTest = SessionManagerTest;
+using DurationSignalTrackerTest = SessionManagerTest;
 } // namespace
 
 TEST_F(SessionManagerTest, ASessionIsStoredOnceItHasLastedOneSecondAndBackgroundTimeIsNotCounted)
@@ -116,9 +118,9 @@ TEST_F(SessionManagerTest, AFirstLaunchSendsTheNewInstallSignalOnceAndSessionsCo
     EXPECT_EQ(stored(u"distinctDaysUsed"_s).toStringList(), days);
 }
 
-TEST(SessionHistoryTest, RetentionFiguresFollowTheChosenFormulas)
+TEST_F(SessionHistoryTest, RetentionFiguresFollowTheChosenFormulas)
 {
-    const QDateTime now = QDateTime(QDate(2026, 5, 6), QTime(12, 0)).toUTC();
+    const QDateTime now = clock->now();
     SessionHistory history;
     history.recentSessions = {{now.addDays(-3), 10}, {now.addDays(-1), 21}, {now, 60}};
     history.deletedSessionsCount = 2;
@@ -135,13 +137,11 @@ TEST(SessionHistoryTest, RetentionFiguresFollowTheChosenFormulas)
     EXPECT_EQ(history.retentionParameters(now, now), expected);
 }
 
-TEST(DurationSignalTrackerTest, SendsTheElapsedForegroundTimeWithTheMergedParameters)
+TEST_F(DurationSignalTrackerTest, SendsTheElapsedForegroundTimeWithTheMergedParameters)
 {
-    auto clock = std::make_shared<ManualClock>(QDateTime::currentDateTimeUtc());
-    Sent sent;
-    DurationSignalTracker tracker(
-        clock,
-        [&sent](const QString& name, const TelemetryParameters& p) { sent.emplace_back(name, p); });
+    DurationSignalTracker tracker(clock, [this](const QString& name, const TelemetryParameters& p) {
+        sent.emplace_back(name, p);
+    });
     const QString durationKey = u"Tallyhub.Signal.durationInSeconds"_s;
     tracker.startTracking(u"Export"_s, {{u"a"_s, u"1"_s}});
     tracker.startTracking(u"Upload"_s, {}, true);
