@@ -24,7 +24,6 @@
 #include <pwd.h>
 #include <regex>
 #include <set>
-#include <sstream>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -79,11 +78,6 @@ QString runTool(const QStringList& arguments, const passwd* asUser = nullptr)
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 
-// A repository of its own for each test; the process-wide one stays untouched.
-struct TestRepository : CQuotesRepository
-{
-};
-
 class QuotesRepositoryTest : public ::testing::Test
 {
 protected:
@@ -125,7 +119,7 @@ protected:
     QBTestHome mHome;
     std::string mFolder = mHome.stdPath(QStringLiteral("db"));
     std::string mPath = mFolder + "/quotes.db";
-    TestRepository mRepository;
+    StandaloneRepository mRepository; // the process-wide one stays untouched
 };
 
 } // namespace

@@ -12,12 +12,6 @@
 #include <cstdlib>
 #include <string>
 
-namespace {
-struct ToolRepository : CQuotesRepository
-{
-};
-} // namespace
-
 int main(int argc, char** argv)
 {
     if (argc < 3) {
@@ -25,7 +19,7 @@ int main(int argc, char** argv)
         return 2;
     }
     const std::string mode = argv[1];
-    ToolRepository repository;
+    StandaloneRepository repository;
     repository.mFilePath = argv[2];
     repository.loadQuotes();
     if (mode == "load-add-save") {

@@ -2,6 +2,7 @@
 
 #include "core/QuoteRecord.h"
 #include "core/QuotesDocument.h"
+#include "core/QuotesRepository.h"
 
 #include <sstream>
 #include <string>
@@ -26,3 +27,8 @@ inline std::string documentOf(const std::vector<CQuoteRecord>& records)
     writeQuotesDocument(stream, records);
     return stream.str();
 }
+
+// A repository of its own, apart from the process-wide one.
+struct StandaloneRepository : CQuotesRepository
+{
+};
