@@ -1,7 +1,5 @@
-// Runs the built quillbox2 the way a desktop session does, with HOME and XDG_* in a
-// temporary folder, and ends it with the signals that sessions and terminals send; and
-// the way a careless or hostile environment starts it: standard output closed or a pipe
-// nobody reads, odd files where the database belongs.
+// Runs the built quillbox2 with HOME and XDG_* in a temporary folder, as a desktop session
+// or terminal starts and ends it, and as a careless or hostile environment does.
 #include "core/QuotesRepository.h"
 
 #include "TestHome.h"
@@ -63,9 +61,8 @@ QByteArray startUntilLogging(QProcess& process, const QString& program,
     return bytes;
 }
 
-// Runs |program|, sends it |signalNumber| once logging is up (the signal watcher is
-// installed by then, and the signal is handled once the event loop runs), and expects a
-// normal exit with status 0 and |fragments|, then the shutdown line, in its output.
+// Runs |program|, sends it |signalNumber| once logging (and so the signal watcher) is up,
+// and expects exit status 0 and |fragments|, then the shutdown line, in its output.
 QString runApp(const QString& program, QStringList fragments, int signalNumber = SIGTERM)
 {
     QProcess process;

@@ -13,8 +13,7 @@ using ::testing::HasSubstr;
 
 namespace {
 
-// Paths are derived afresh from HOME and XDG_* on every call. Seeding itself is proved
-// end to end by the launch tests of the real executable.
+// Paths come from HOME and XDG_* on every call; the launch tests prove seeding.
 class QuotesDBHelperTest : public ::testing::Test
 {
 protected:

@@ -1,6 +1,5 @@
-// The repository and its file, also under a careless or hostile environment: other
-// writers, odd files where a database is expected, missing permissions, full disks and
-// kills in the middle of a save.
+// The repository and its file, also with other writers, odd files, missing permissions,
+// full disks and kills in the middle of a save.
 #include "core/QuotesRepository.h"
 #include "StoreToolCollections.h"
 #include "core/QuotesDocument.h"
@@ -456,9 +455,8 @@ TEST_F(QuotesRepositoryTest, DatabaseNamesAtTheSystemLimitsStillSave)
               QDir(QString::fromStdString(deep)).entryList({QStringLiteral("*.damaged-*")}).size());
 }
 
-// A save killed at a random moment leaves the old or the new file, never a mix, readers
-// in the meantime see one of them whole, and the next load removes what the killed
-// saves left behind.
+// A killed save leaves the old or the new file, never a mix, readers always see one of
+// them whole, and the next load removes the killed saves' leftovers.
 TEST_F(QuotesRepositoryTest, KilledSavesOfALargeCollectionLeaveAWholeFileAndNoLeftovers)
 {
     constexpr int kQuotes = 100000;

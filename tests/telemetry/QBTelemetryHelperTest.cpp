@@ -46,7 +46,6 @@ TEST_F(QBTelemetryHelperTest, ConfigurationStartsASessionAndEachEventSendsItsOne
                            u"Tallyhub.Session.started"_s, u"Quote.Added"_s, u"Quote.Removed"_s,
                            u"App.Launched"_s, u"Quotes.BatchImported"_s, u"Custom"_s}));
     EXPECT_EQ(records[5].value("payload"_L1).toObject().value("count"_L1).toString(), u"-3"_s);
-    EXPECT_EQ(records[2].value("appID"_L1).toString(), kAppID);
 }
 
 TEST_F(QBTelemetryHelperTest, WithoutAnEndpointUsageSignalsAreOffAndNothingIsWritten)
