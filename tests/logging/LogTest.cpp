@@ -19,7 +19,6 @@
 #include <regex>
 #include <sstream>
 #include <string>
-#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -177,29 +176,6 @@ TEST_F(LogTest, MessagesAreCutKeepTheirPercentSignsAndTheHistoryIsBounded)
         logWarning("warning %d", i);
     }
     EXPECT_EQ(qblog::numberOfWarnings(), 101u);
-}
-
-TEST_F(LogTest, LinesFromManyThreadsAllReachTheHistoryWhole)
-{
-    constexpr int kThreads = 4;
-    constexpr int kLinesEach = 250;
-    {
-        std::vector<std::jthread> threads;
-        for (int t = 0; t < kThreads; ++t) {
-            threads.emplace_back([t] {
-                for (int i = 0; i < kLinesEach; ++i) {
-                    logWarning("thread %d line %d", t, i);
-                }
-            });
-        }
-    }
-    const auto warnings = qblog::recentLogLines(10000, qblog::Level::Warning);
-    ASSERT_EQ(warnings.size(), static_cast<std::size_t>(kThreads * kLinesEach));
-    for (int t = 0; t < kThreads; ++t) {
-        const std::string last = "thread " + std::to_string(t) + " line " + std::to_string(249);
-        EXPECT_EQ(std::ranges::count_if(warnings, [&](const auto& l) { return l.ends_with(last); }),
-                  1);
-    }
 }
 
 } // namespace

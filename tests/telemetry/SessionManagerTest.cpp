@@ -1,6 +1,5 @@
 #include "TelemetryTestSupport.h"
 
-#include "telemetry/DurationSignalTracker.h"
 #include "telemetry/SessionManager.h"
 #include "util/UserDefaults.h"
 
@@ -34,7 +33,6 @@ protected:
     const QString today = u"2026-05-06"_s;
 };
 using SessionHistoryTest = SessionManagerTest;
-using DurationSignalTrackerTest = SessionManagerTest;
 } // namespace
 
 TEST_F(SessionManagerTest, ASessionIsStoredOnceItHasLastedOneSecondAndBackgroundTimeIsNotCounted)
@@ -135,27 +133,4 @@ TEST_F(SessionHistoryTest, RetentionFiguresFollowTheChosenFormulas)
         {u"Tallyhub.Acquisition.firstSessionDate"_s, u"2026-01-02"_s},
     };
     EXPECT_EQ(history.retentionParameters(now, now), expected);
-}
-
-TEST_F(DurationSignalTrackerTest, SendsTheElapsedForegroundTimeWithTheMergedParameters)
-{
-    DurationSignalTracker tracker(clock, [this](const QString& name, const TelemetryParameters& p) {
-        sent.emplace_back(name, p);
-    });
-    const QString durationKey = u"Tallyhub.Signal.durationInSeconds"_s;
-    tracker.startTracking(u"Export"_s, {{u"a"_s, u"1"_s}});
-    tracker.startTracking(u"Upload"_s, {}, true);
-    clock->advance(5.25);
-    tracker.applicationDidEnterBackground();
-    clock->advance(100);
-    tracker.applicationWillEnterForeground();
-    clock->advance(2);
-    tracker.stopTracking(u"Export"_s, {{u"b"_s, u"2"_s}});
-    tracker.stopTracking(u"Upload"_s);
-    tracker.stopTracking(u"Never started"_s);
-
-    const Sent expected{
-        {u"Export"_s, {{u"a"_s, u"1"_s}, {u"b"_s, u"2"_s}, {durationKey, u"7.250"_s}}},
-        {u"Upload"_s, {{durationKey, u"107.250"_s}}}};
-    EXPECT_EQ(sent, expected);
 }

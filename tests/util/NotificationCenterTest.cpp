@@ -25,30 +25,6 @@ protected:
     QStringList calls;
 };
 
-TEST_F(NotificationCenterTest, DeliversByNameInRegistrationOrderUntilRemoved)
-{
-    const QBNotificationToken first = record(kPing, "a");
-    const QBNotificationToken any = record(QString(), "any");
-    record(kPong, "b");
-    record(kPing, "c");
-    QObject sender;
-    center.addObserver(kPing, [&](const QBNotification& notification) {
-        calls << notification.userInfo.value(u"key"_s).toString() +
-                     (notification.object == &sender ? u"@sender"_s : u"@none"_s);
-    });
-    center.post(kPing, &sender, {{u"key"_s, 7}});
-    EXPECT_EQ(calls, QStringList({u"a:Ping"_s, u"any:Ping"_s, u"c:Ping"_s, u"7@sender"_s}));
-
-    calls.clear();
-    center.removeObserver(first);
-    center.removeObserver(any);
-    center.removeObserver(first); // twice is harmless
-    center.post(kPing);
-    EXPECT_EQ(calls, QStringList({u"c:Ping"_s, u"@none"_s}));
-    EXPECT_EQ(center.observerCount(kPing), 2u);
-    EXPECT_EQ(center.observerCount(QString()), 0u);
-}
-
 TEST_F(NotificationCenterTest, HandlersThatChangeRegistrationsOrPostAgainKeepDeliveryCorrect)
 {
     QBNotificationToken later;

@@ -33,9 +33,6 @@ TEST(StringUtilitiesTest, CharacterFilters)
     EXPECT_EQ(
         LMURLEncodedString(q(u"a b/:?#[]@!$&'()*+,;=%~\u00e9")),
         QStringLiteral("a%20b%2F%3A%3F%23%5B%5D%40%21%24%26%27%28%29%2A%2B%2C%3B%3D%25~%C3%A9"));
-    EXPECT_EQ(safePercentString(q(u"100%")), q(u"100<PERCENT_SIGN>"));
-    EXPECT_EQ(reverseString(q(u"abc")), q(u"cba"));
-    EXPECT_EQ(c_str(q(u"\u00e9")), QByteArray("\xc3\xa9"));
 }
 
 TEST(StringUtilitiesTest, Patterns)
@@ -46,15 +43,10 @@ TEST(StringUtilitiesTest, Patterns)
 
     EXPECT_TRUE(isValidEmail(q(u"Someone.Else+tag@Example.org")));
     EXPECT_FALSE(isValidEmail(q(u"someone@example.org trailing")));
-    EXPECT_FALSE(isValidEmail(q(u"no-at-sign.example.org")));
 
     EXPECT_TRUE(isValidInternetProtocolAddress(q(u"192.168.1.20")));
     EXPECT_FALSE(isValidInternetProtocolAddress(q(u"192.168.1.256")));
-    EXPECT_FALSE(isValidInternetProtocolAddress(q(u"1.2.3")));
     EXPECT_FALSE(isValidInternetProtocolAddress(q(u"address 10.0.0.1")));
-
-    EXPECT_TRUE(containsStringInsensitive(q(u"Hello World"), q(u"WORLD")));
-    EXPECT_FALSE(containsString(q(u"Hello World"), q(u"WORLD")));
 }
 
 TEST(StringUtilitiesTest, LinesAndWords)
@@ -73,7 +65,6 @@ TEST(StringUtilitiesTest, LinesAndWords)
 
 TEST(StringUtilitiesTest, SimilarityFollowsTheTwoBytePrefixRule)
 {
-    EXPECT_EQ(similarityToString(QString(), QString()), 0.0);
     // m = 6, t = 1, j = 0.9444, prefix 2: 95.555 (a prefix of 3 would give 96.1).
     EXPECT_NEAR(similarityToString(q(u"MARTHA"), q(u"MARHTA")), 95.5556, 1e-3);
     EXPECT_EQ(similarityToString(q(u"ab"), q(u"ba")), 0.0);

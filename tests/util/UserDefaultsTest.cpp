@@ -85,16 +85,4 @@ TEST_F(UserDefaultsTest, RegisteredValuesFallBackEmptyValuesRemoveAndChangesAreA
     EXPECT_EQ(other.integerForKey(u"N"_s), 7);
 }
 
-TEST_F(UserDefaultsTest, StandardDefaultsFollowXdgConfigHome)
-{
-    EXPECT_EQ(QBUserDefaults::standardUserDefaultsPath(),
-              mHome.filePath(u"xdg_config_home/Quillbox2/Quillbox2.conf"_s));
-    ::setenv("XDG_CONFIG_HOME", "relative/is/ignored", 1);
-    EXPECT_EQ(QBUserDefaults::standardUserDefaultsPath(),
-              mHome.filePath(u"home/.config/Quillbox2/Quillbox2.conf"_s));
-    QBUserDefaults::resetStandardUserDefaults(mPath);
-    EXPECT_EQ(QBUserDefaults::standardUserDefaults().filePath(), mPath);
-    QBUserDefaults::resetStandardUserDefaults();
-}
-
 } // namespace
