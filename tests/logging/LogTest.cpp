@@ -95,9 +95,6 @@ TEST_F(LogTest, EveryLevelGoesToFileAndStdoutAlikeAndCallsBelowTheLevelLeaveNoTr
     EXPECT_TRUE(std::regex_match(info[0], historyLine)) << info[0];
     EXPECT_TRUE(qblog::recentLogLines(9, qblog::Level::Warning)[0].ends_with("[WARN    ] :  w"));
     EXPECT_TRUE(qblog::recentLogLines(9, qblog::Level::Error)[0].ends_with("[ERROR   ] :  e"));
-    const auto debug = qblog::recentLogLines(9, qblog::Level::Debug);
-    ASSERT_EQ(debug.size(), 1u);
-    EXPECT_TRUE(debug[0].ends_with("[DEBUG   ] :  d 1"));
     EXPECT_EQ(qblog::recentLogLines(1, qblog::Level::Info).size(), 1u);
 }
 

@@ -1,5 +1,4 @@
 #include "signature/CurrentSignatureFileHelper.h"
-#include "signature/DefaultsMirror.h"
 #include "signature/FileBookmark.h"
 #include "signature/FileReplacer.h"
 #include "signature/SettingsKeys.h"
@@ -186,38 +185,6 @@ TEST_F(CurrentSignatureFileHelperTest, BookmarkFollowsAMovedTreeAndFallsBackToTh
     EXPECT_FALSE(moved.isStale);
     ASSERT_TRUE(QDir().rename(path("moved"), path("root")));
     EXPECT_EQ(QBFileBookmark::resolve(data, path("x/y/quotes.db")).path, path("root/mail/sig.txt"));
-}
-
-TEST(SharedUserDefaultsTest, MirroringIsOneWayAndSparesTheBookmark)
-{
-    QBTestHome home;
-    QBUserDefaults standard(home.filePath(QStringLiteral("config/Quillbox2.conf")));
-    QBSharedUserDefaults shared(QBSharedUserDefaults::suitePath());
-    QBDefaultsMirror mirror(standard, shared);
-    shared.setObject(QByteArray("\x01\x02"), QBPrivateDefaultsOutputFileSSB);
-    standard.registerDefaults(registeredDefaultSettings());
-    standard.setObject(QStringLiteral("/tmp/Sig näme.txt"), QBDefaultsSignatureOutputPath);
-    standard.setObject(QStringLiteral("Mono"), QBDefaultsEditorFontName);
-    standard.setObject(true, QBDefaultsWarnForDuplicates);
-    standard.setObject(QStringLiteral("no prefix"), QStringLiteral("OtherKey"));
-    standard.setObject(QByteArray("other"), QBPrivateDefaultsOutputFileSSB);
-    int suiteWrites = 0;
-    QObject::connect(&shared.suiteUserDefaults(), &QBUserDefaults::didChange, [&] {
-        ++suiteWrites;
-        mirror.mirrorToSharedDefaults(); // as an observer of every change would: a no-op
-    });
-    mirror.mirrorToSharedDefaults();
-    EXPECT_EQ(suiteWrites, 4); // the QBDefaults keys, the registered one included
-    standard.removeObjectForKey(QBDefaultsEditorFontName); // the suite follows, not the reverse
-    mirror.mirrorToSharedDefaults();
-
-    // What another process reads from the file (the INI file keeps numbers as text).
-    const QVariantMap expected{{QBDefaultsRandomizeInterval, QStringLiteral("120")},
-                               {QBDefaultsSignatureOutputPath, QStringLiteral("/tmp/Sig näme.txt")},
-                               {QBDefaultsWarnForDuplicates, QStringLiteral("true")},
-                               {QBPrivateDefaultsOutputFileSSB, QByteArray("\x01\x02")}};
-    EXPECT_EQ(QBUserDefaults(QBSharedUserDefaults::suitePath()).dictionaryRepresentation(),
-              expected);
 }
 
 } // namespace

@@ -31,23 +31,6 @@ protected:
 };
 } // namespace
 
-TEST_F(QBTelemetryHelperTest, ConfigurationStartsASessionAndEachEventSendsItsOneSignal)
-{
-    helper.configureWithAppID(kAppID, server.baseURL());
-    helper.trackQuoteAdded();
-    helper.trackQuoteRemoved();
-    helper.trackAppLaunch();
-    helper.trackBatchImportWithCount(-3);
-    helper.trackEvent(u"Custom"_s);
-
-    const QList<QJsonObject> records = newRecords();
-    ASSERT_EQ(valuesOf(records),
-              (QStringList{u"Tallyhub.Acquisition.newInstallDetected"_s,
-                           u"Tallyhub.Session.started"_s, u"Quote.Added"_s, u"Quote.Removed"_s,
-                           u"App.Launched"_s, u"Quotes.BatchImported"_s, u"Custom"_s}));
-    EXPECT_EQ(records[5].value("payload"_L1).toObject().value("count"_L1).toString(), u"-3"_s);
-}
-
 TEST_F(QBTelemetryHelperTest, WithoutAnEndpointUsageSignalsAreOffAndNothingIsWritten)
 {
     qblog::clearLogHistory();

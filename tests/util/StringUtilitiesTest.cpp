@@ -35,20 +35,6 @@ TEST(StringUtilitiesTest, CharacterFilters)
         QStringLiteral("a%20b%2F%3A%3F%23%5B%5D%40%21%24%26%27%28%29%2A%2B%2C%3B%3D%25~%C3%A9"));
 }
 
-TEST(StringUtilitiesTest, Patterns)
-{
-    EXPECT_TRUE(isValidHTTPAddress(q(u"see https://example.org/a?b=c for more")));
-    EXPECT_FALSE(isValidHTTPAddress(q(u"ftp://example.org")));
-    EXPECT_FALSE(isValidHTTPAddress(q(u"HTTP://example.org"))); // case-sensitive
-
-    EXPECT_TRUE(isValidEmail(q(u"Someone.Else+tag@Example.org")));
-    EXPECT_FALSE(isValidEmail(q(u"someone@example.org trailing")));
-
-    EXPECT_TRUE(isValidInternetProtocolAddress(q(u"192.168.1.20")));
-    EXPECT_FALSE(isValidInternetProtocolAddress(q(u"192.168.1.256")));
-    EXPECT_FALSE(isValidInternetProtocolAddress(q(u"address 10.0.0.1")));
-}
-
 TEST(StringUtilitiesTest, LinesAndWords)
 {
     EXPECT_EQ(lineCount(q(u"a\n")), 2);
