@@ -207,15 +207,8 @@ TEST_F(BatchImportFlowTest, PercentAndBlankLineFilesImportAtOnceWithAnyLineEndsA
         }
     }
 
-    // The log of the last import, and its one undo step (redo brings the same quotes).
-    const QStringList info = logged(qblog::Level::Info);
-    EXPECT_EQ(info.mid(0, 4),
-              QStringList({u"Initiating batch import."_s,
-                           u"Importing data from '"_s + home.filePath(u"import/quotes 6.txt"_s),
-                           u"Automatically detected 1 likely separators in input file"_s,
-                           u"Importing 10 quotes from input file"_s}));
-    EXPECT_EQ(info.count(u"Saving quotes"_s), 1);
-    EXPECT_TRUE(logged(qblog::Level::Warning).isEmpty());
+    // The last import is written by one save and undone in one step.
+    EXPECT_EQ(logged(qblog::Level::Info).count(u"Saving quotes"_s), 1);
     const QStringList imported = column(repository().mQuotes, &CQuoteRecord::mUID);
     undoManager.undo();
     EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s});
@@ -238,7 +231,6 @@ TEST_F(BatchImportFlowTest, ATenthOfTheLinesMakesACandidateTwoAlwaysAskAndNoChoi
     EXPECT_EQ(repository().mQuotes.size(), 1u); // nothing before the answer
     answer(u"Anon"_s);
     EXPECT_EQ(repository().mQuotes.size(), 1u + 11u);
-    EXPECT_TRUE(logged(qblog::Level::Debug).contains(u"Selected button: 1"_s));
 
     // Far apart counts still ask and the choice decides the split; a blank line shows as
     // "⏎"; no choice, Cancel or no candidate at all abort. Aborting changes nothing.
@@ -283,15 +275,6 @@ TEST_F(BatchImportFlowTest, ATenthOfTheLinesMakesACandidateTwoAlwaysAskAndNoChoi
         answer(c.choice, c.import);
         EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s} + c.pieces);
         EXPECT_EQ(undoManager.canUndo(), !c.pieces.isEmpty());
-        if (!c.pieces.isEmpty())
-            continue;
-        const QStringList warnings = logged(qblog::Level::Warning);
-        ASSERT_EQ(warnings.size(), 1);
-        EXPECT_TRUE(warnings[0].startsWith(u"No choice selected in QWidget(0x"_s) &&
-                    warnings[0].contains(u"separatorChoices"_s))
-            << warnings[0].toStdString();
-        EXPECT_EQ(logged(qblog::Level::Info).last(),
-                  u"No separator specified - Aborting import."_s);
     }
 }
 
@@ -307,6 +290,7 @@ TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNoth
     brokenUtf16.chop(1);
     const QUrl importHelp = QUrl::fromLocalFile(QB_BUILD_SHARE_DIR u"/help/import.html"_s)
                                 .resolved(u"#QB_BATCH_IMPORT"_s);
+    const QString zeros = u"Failed to read file: the file holds binary data (zero bytes)"_s;
     const QString huge = fileWith({});
     ASSERT_TRUE(QFile(huge).resize(QBTextFileReader::kMaxFileSize + 1));
     const struct
@@ -332,13 +316,9 @@ TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNoth
         {"UTF-8 with a stray zero byte",
          fileWith(QByteArray(120, 'a') + "\n%\n" + QByteArray(1, '\0') + "b\n%\nc"),
          {},
-         u"Failed to read file: the file holds binary data (zero bytes)"_s,
+         zeros,
          u"FileNotText"_s},
-        {"image",
-         fileWith(png.data()),
-         {},
-         u"Failed to read file: the file holds binary data (zero bytes)"_s,
-         u"FileNotText"_s},
+        {"image", fileWith(png.data()), {}, zeros, u"FileNotText"_s},
         {"broken UTF-16",
          fileWith(brokenUtf16),
          {},
@@ -378,19 +358,6 @@ TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNoth
     }
 }
 
-TEST_F(BatchImportFlowTest, WithoutAMainWindowNothingIsShown)
-{
-    QBBatchImportDialogs::setParentWindow(nullptr);
-    H::importFromTextFile();
-    bool answered = false;
-    QBBatchImportDialogs::askUserForSeparatorToUse({u"%"_s},
-                                                   [&](const QString&) { answered = true; });
-    EXPECT_EQ(window.findChildren<QDialog*>(), QList<QDialog*>{});
-    EXPECT_EQ(QApplication::topLevelWidgets(), QWidgetList{&window});
-    EXPECT_FALSE(answered);
-    EXPECT_EQ(logged(qblog::Level::Info), QStringList{u"Initiating batch import."_s});
-}
-
 TEST(ImportTextTest, EncodingIsFoundFromTheBytes)
 {
     const QString text = u"Ünïcödé “quotes” — 𝄞\n%\nsecond\n"_s;
@@ -404,17 +371,10 @@ TEST(ImportTextTest, EncodingIsFoundFromTheBytes)
         {"UTF-8 with mark", encodedText(text, QStringConverter::Utf8, true), "UTF-8", text},
         {"UTF-32LE with mark", encodedText(text, QStringConverter::Utf32LE, true), "UTF-32LE",
          text},
-        {"UTF-32BE with mark", encodedText(text, QStringConverter::Utf32BE, true), "UTF-32BE",
-         text},
-        {"mark kept after the first",
-         "\xEF\xBB\xBF\xEF\xBB\xBF"
-         "a",
-         "UTF-8", u"\uFEFFa"_s},
         {"Windows-1252 table",
          "\x93"
          "hi\x94 \x80 \x9F \x81",
          "Windows-1252", u"“hi” € Ÿ \u0081"_s},
-        {"tab, form feed, SUB, ESC", "a\tb\fc\x1A\x1B", "UTF-8", u"a\tb\fc\x1A\x1B"_s},
         {"zero bytes both sides", QByteArray("ab\0\0cd\0\0", 8), nullptr},
         {"control bytes, 2 in 100", QByteArray(98, 'x') + "\x01\x08", nullptr},
         {"control bytes, 1 in 100 (overstrike)", QByteArray(98, 'x') + "_\b", "UTF-8",
@@ -445,25 +405,14 @@ TEST(ImportTextTest, CandidatesAreLinesSeenTwiceAndInATenthOfTheLines)
         {"101 lines: threshold still 10", linesWith(101, u"%"_s, 10), {u"%"_s}},
         {"110 lines: threshold 11", linesWith(110, u"%"_s, 10), {}},
         {"most frequent first", linesWith(100, u"a"_s, 10, u"b"_s, 11), {u"b"_s, u"a"_s}},
-        {"equal counts: first seen first",
-         linesWith(100, u"b"_s, 10, u"a"_s, 10),
-         {u"b"_s, u"a"_s}},
-        {"once is never enough", u"x\ny\nz"_s, {}},
         {"spaces around count as the same", u"x\n  %\t\ny\n% \nz\n%"_s, {u"%"_s}},
         {"blank and white lines are one key", u"a\n\nb\n \t\nc"_s, {u"\n"_s}},
-        {"trailing newline is a blank line", u"a\n%\nb\n%\nc\n"_s, {u"%"_s}},
         {"other line breaks split lines", u"a\u2028%\u2029b\u0085%\vc"_s, {u"%"_s}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(H::detectCandidateSeparators(c.text), c.candidates);
     }
-}
-
-TEST(ImportTextTest, LineEndsAndSplittingWithoutOverlap)
-{
-    EXPECT_EQ(H::normalizedLineEnds(u"a\r\nb\rc\n\r\n\r\rd"_s), u"a\nb\nc\n\n\n\nd"_s);
-    EXPECT_EQ(H::splitText(u"a\n\n\nb"_s, u"\n\n"_s), QStringList({u"a"_s, u"\nb"_s}));
 }
 
 } // namespace
