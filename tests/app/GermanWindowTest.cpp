@@ -1,14 +1,10 @@
-// The launched application under LANGUAGE=de (set for this binary by CTest): the menus,
-// buttons, alerts and the settings page read German, Qt's own texts too, and so do the
-// command-line texts of both executables.
+// The launched application and the command lines of both executables under LANGUAGE=de.
 #include "app/EditorAreaViewController.h"
-#include "ui/AboutWindow.h"
 
 #include "LaunchedAppFixture.h"
 
 #include <QAction>
 #include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QListView>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -19,14 +15,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QStringList texts(const QList<QAbstractButton*>& buttons)
-{
-    QStringList list;
-    for (const QAbstractButton* button : buttons)
-        list << button->text();
-    return list;
-}
 
 // Standard output and error of |program| with |arguments| under LANGUAGE=de.
 QString runGerman(const QString& program, const QStringList& arguments)
@@ -73,18 +61,6 @@ TEST_F(GermanWindowTest, MenusButtonsAlertsAndTheSettingsPageReadGerman)
     ASSERT_NE(settings, nullptr);
     EXPECT_EQ(settings->findChild<QCheckBox*>(u"shareUsageStatisticsCheckBox"_s)->text(),
               u"Anonyme Nutzungsstatistiken teilen"_s);
-
-    // The About window and a standard button, whose text comes from Qt's own table.
-    child<QAction>("aboutAction")->trigger();
-    QBAboutWindow* about = mDelegate.aboutWindowController();
-    ASSERT_NE(about, nullptr);
-    EXPECT_TRUE(about->windowTitle().startsWith(u"Über "_s));
-    EXPECT_TRUE(texts(about->findChildren<QAbstractButton*>()).contains(u"Über Qt"_s));
-    about->close();
-    QDialogButtonBox box(QDialogButtonBox::Cancel | QDialogButtonBox::Close);
-    QStringList standard = texts(box.buttons());
-    standard.sort(); // their order is the platform's
-    EXPECT_EQ(standard, (QStringList{u"Abbrechen"_s, u"Schließen"_s}));
 }
 
 TEST(GermanCommandLineTest, HelpAndErrorsOfBothExecutablesReadGerman)

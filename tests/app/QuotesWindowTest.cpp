@@ -198,7 +198,7 @@ TEST_F(QuotesWindowTest, UnconfirmedEditsAreDroppedAndEmptiedQuotesGo)
     EXPECT_EQ(uidOfRow(rows() - 1), added);
 }
 
-TEST_F(QuotesWindowTest, RemoveRemoveAllAndDuplicateRemovalAreUndoneInOneStepEach)
+TEST_F(QuotesWindowTest, RemoveAndRemoveAllAreSavedAndRemoveAllIsUndoneInOneStep)
 {
     clickRow(4);
     const QString removed = uidOfRow(4);
@@ -221,22 +221,6 @@ TEST_F(QuotesWindowTest, RemoveRemoveAllAndDuplicateRemovalAreUndoneInOneStepEac
     mDelegate.undoManager().undo();
     EXPECT_EQ(rows(), mSeedCount - 1);
     EXPECT_EQ(savedQuotes().size(), std::size_t(mSeedCount - 1));
-
-    // Duplicates go as one batch: the selection stays, one undo brings them back.
-    const int count = rows();
-    const QString second = savedQuotes().at(uidOfRow(1));
-    QBQuoteEditHelper::addQuotesFromStringArray({second, savedQuotes().at(uidOfRow(3)), second});
-    clickRow(2);
-    const QString selected = uidOfRow(2);
-    QBQuoteEditHelper::removeDuplicateQuotesWithUndoManager(&mDelegate.undoManager());
-    EXPECT_EQ(rows(), count);
-    EXPECT_EQ(savedQuotes().size(), std::size_t(count));
-    EXPECT_EQ(mWindow->selectedQuote()->quoteUID(), selected);
-    EXPECT_EQ(mEditor->currentQuote()->quoteUID(), selected);
-    mDelegate.undoManager().undo();
-    EXPECT_EQ(savedQuotes().size(), std::size_t(count + 3));
-    EXPECT_EQ(mWindow->selectionIndex(), count + 2); // the last row, as after an add
-    EXPECT_EQ(mWindow->quotesArrayController().objectAtRow(count + 2)->content(), second);
 }
 
 TEST_F(QuotesWindowTest, ChoosingAQuoteWritesTheSignatureFileOrAsksForAnOutputFile)
@@ -280,19 +264,11 @@ TEST_F(QuotesWindowTest, AnImportShowsAtOnceAndIsReportedASecondLater)
         << openAlert()->text().toStdString();
 }
 
-TEST_F(QuotesWindowTest, FilterNarrowsByEveryWordIgnoringCaseAndAccentsAndKeepsTheSelection)
+TEST_F(QuotesWindowTest, FilterKeepsTheSelectionWhileItMatches)
 {
     auto* filter = child<QLineEdit>("filterField");
     QTest::keyClick(mWindow, Qt::Key_F, Qt::ControlModifier);
     EXPECT_TRUE(filter->hasFocus());
-    QTest::keyClicks(filter, QStringLiteral("BEMUHT"));
-    ASSERT_EQ(rows(), 1); // "Wer immer strebend sich bemüht"
-    EXPECT_TRUE(mWindow->quotesArrayController().objectAtRow(0)->content().contains(
-        QStringLiteral("bemüht")));
-    EXPECT_TRUE(mWindow->windowTitle().contains(QString::number(mSeedCount)));
-    filter->clear();
-    EXPECT_EQ(rows(), mSeedCount);
-
     clickRow(0);
     const QString first = uidOfRow(0);
     filter->setText(QStringLiteral("be the"));
@@ -306,7 +282,7 @@ TEST_F(QuotesWindowTest, FilterNarrowsByEveryWordIgnoringCaseAndAccentsAndKeepsT
     EXPECT_EQ(mEditor->currentQuote(), nullptr);
 }
 
-TEST_F(QuotesWindowTest, FontPopupFollowsTheStoredNameAndSettingsGiveWayToTheEditor)
+TEST_F(QuotesWindowTest, FontPopupFollowsTheStoredNameAndTheUsersChoice)
 {
     QBUserDefaults& defaults = QBUserDefaults::standardUserDefaults();
     const std::pair<const char*, int> cases[] = {
@@ -325,18 +301,6 @@ TEST_F(QuotesWindowTest, FontPopupFollowsTheStoredNameAndSettingsGiveWayToTheEdi
     const QString stored = defaults.stringForKey(QBDefaultsEditorFontName);
     EXPECT_EQ(stored, QBQuotesEditorViewController::fontForEntry(2).family());
     EXPECT_EQ(mText->font().family(), stored);
-
-    QBEditorAreaViewController* area = mWindow->editorAreaViewController();
-    clickRow(1);
-    for (const char* backToEditor : {"click the selected quote", "select another"}) {
-        click("settingsButton");
-        EXPECT_NE(area->currentEditorView(), mEditor);
-        EXPECT_TRUE(area->currentEditorView()->isVisible());
-        EXPECT_FALSE(mEditor->isVisible());
-        clickRow(backToEditor[0] == 'c' ? 1 : 2);
-        EXPECT_EQ(area->currentEditorView(), mEditor) << backToEditor;
-        EXPECT_TRUE(mEditor->isVisible());
-    }
 }
 
 } // namespace
