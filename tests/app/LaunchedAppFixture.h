@@ -11,8 +11,7 @@
 
 #include <gtest/gtest.h>
 
-// The application launched in this process the way main() starts it, resources taken
-// from the build tree, in a temporary home; mWindow is its quotes window.
+// The application launched in-process as main() does, in a temporary home, from the build tree.
 class LaunchedAppFixture : public ::testing::Test
 {
 protected:

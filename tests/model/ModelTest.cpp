@@ -14,8 +14,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 using H = QBQuoteEditHelper;
 using Uids = QStringList;
 
@@ -37,9 +35,7 @@ QString qs(const std::string& text)
     return QString::fromStdString(text);
 }
 
-// The process-wide repository pointed at a database file in a fresh temporary home,
-// with an auto-saver and an undo manager, as the running application has them. Every
-// quote notification posted is kept in |notes|.
+// The shared repository on a temporary quotes.db with auto-saver and undo; quote notes kept.
 class ModelTest : public ::testing::Test
 {
 protected:
@@ -195,38 +191,6 @@ TEST_F(ModelTest, NestedBatchesSaveOnceAtTheEndAndEmptyOnesNever)
         const QBQuotesChangeBatch empty; // no changes: nothing written
     }
     EXPECT_EQ(takeSaveCount(), 0);
-}
-
-// Counts deliveries; shared so that registrations outliving the test stay harmless.
-std::shared_ptr<int> counting(QBNotificationObserverTracker& tracker, const QString& name)
-{
-    auto count = std::make_shared<int>(0);
-    tracker.observeNotification(name, [count](const QBNotification&) { ++*count; });
-    return count;
-}
-
-TEST(NotificationObserverTrackerTest, RegistrationsEndWithTheTrackerExceptReplacedOnes)
-{
-    const QString name = QStringLiteral("TrackerTestNotification");
-    auto& center = QBNotificationCenter::defaultCenter();
-    const std::size_t before = center.observerCount(name);
-    std::shared_ptr<int> first, second, everything, removed;
-    {
-        QBNotificationObserverTracker tracker;
-        first = counting(tracker, name);
-        second = counting(tracker, name); // replaces the token; the first stays registered
-        everything = counting(tracker, QString());
-        tracker.observeNotifications({}, [](const QBNotification&) { FAIL(); });
-        EXPECT_EQ(tracker.notificationObservers().size(), 2u);
-        QBNotificationObserverTracker other;
-        removed = counting(other, name);
-        other.removeObservers();
-        EXPECT_TRUE(other.notificationObservers().empty());
-        center.post(name);
-    }
-    center.post(name);
-    EXPECT_EQ((std::vector{*first, *second, *everything, *removed}), (std::vector{2, 1, 1, 0}));
-    EXPECT_EQ(center.observerCount(name), before + 1);
 }
 
 } // namespace
