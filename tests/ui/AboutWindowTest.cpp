@@ -11,13 +11,7 @@
 
 namespace {
 
-QString labelText(const QBAboutWindow& window, const char* name)
-{
-    const auto* label = window.findChild<QLabel*>(QString::fromLatin1(name));
-    return label ? label->text() : QString();
-}
-
-TEST(AboutWindowTest, ShowsIconVersionLicenceAndHomepageAndOpensAboutQt)
+TEST(AboutWindowTest, ShowsIconAndVersionAndOpensAboutQtWindowModal)
 {
     QTranslator english; // the window's texts, as the program shows them
     ASSERT_TRUE(english.load(QStringLiteral(QB_BUILD_SHARE_DIR "/translations/quillbox2_en.qm")));
@@ -31,17 +25,6 @@ TEST(AboutWindowTest, ShowsIconVersionLicenceAndHomepageAndOpensAboutQt)
     EXPECT_TRUE(icon->isVisible());
     EXPECT_FALSE(icon->pixmap().isNull());
     EXPECT_TRUE(window.versionText().contains(QStringLiteral("1.2.3")));
-    EXPECT_TRUE(labelText(window, "copyrightLabel").contains(QStringLiteral("2026")));
-    const QString license = labelText(window, "licenseLabel");
-    EXPECT_TRUE(
-        license.contains(QStringLiteral("<a href=\"https://www.gnu.org/licenses/gpl-3.0.html\">")));
-    EXPECT_TRUE(license.contains(QStringLiteral("GPL-3.0-or-later")));
-    EXPECT_TRUE(labelText(window, "homepageLabel")
-                    .contains(QStringLiteral("href=\"https://quillbox2.org/\"")));
-    for (const char* name : {"licenseLabel", "homepageLabel"}) {
-        EXPECT_TRUE(window.findChild<QLabel*>(QString::fromLatin1(name))->openExternalLinks())
-            << name;
-    }
 
     // The About Qt box is window-modal over the About window and names Qt's version.
     auto* aboutQt = window.findChild<QPushButton*>(QStringLiteral("aboutQtButton"));
