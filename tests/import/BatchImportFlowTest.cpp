@@ -1,5 +1,4 @@
-// Batch import: the whole flow on a real window, answering its dialogs and checking the
-// collection and quotes.db; then the decoding and separator rules case by case.
+// Batch import on a real window answering its dialogs; then decoding and separator rules.
 #include "core/Bundle.h"
 #include "core/QuotesRepository.h"
 #include "import/BatchImportDialogs.h"
@@ -68,8 +67,7 @@ QStringList tenQuotes()
     return quotes;
 }
 
-// |count| lines "line <n>", with |key| on |repeated| of them and |other| on
-// |otherRepeated| more, spread out.
+// |count| lines, |repeated| of them |key| and |otherRepeated| |other|, spread out.
 QString linesWith(int count, const QString& key, int repeated, const QString& other = {},
                   int otherRepeated = 0)
 {
@@ -85,9 +83,7 @@ QString linesWith(int count, const QString& key, int repeated, const QString& ot
     return lines.join(u'\n');
 }
 
-// The real flow on a real window: a database in a temporary home with the auto-saver,
-// the window's undo manager, the build's help book and a stand-in browser. Every test
-// starts from a collection of one saved quote.
+// A temporary quotes.db holding one quote, auto-saver, undo, the build's help and a browser stub.
 class BatchImportFlowTest : public ::testing::Test
 {
 protected:
