@@ -1,6 +1,5 @@
 #include "HelperWorld.h"
 #include "TestHome.h"
-#include "helper/QuoteSource.h"
 #include "signature/LoginItemService.h"
 #include "signature/SettingsKeys.h"
 
@@ -74,10 +73,6 @@ TEST_F(HelperProcessTest, CommandLineAndPrintGoingThroughEveryQuoteBeforeAnyRepe
         std::sort(printed.begin(), printed.end());
         EXPECT_EQ(printed, expectedSignatures()) << "round " << round;
     }
-    const QFileDevice::Permissions groupOrOthers = QFileDevice::ReadGroup | QFileDevice::ReadOther |
-                                                   QFileDevice::WriteGroup |
-                                                   QFileDevice::WriteOther;
-    EXPECT_EQ(QFile::permissions(QBHelperQuoteSource::cycleStatePath()) & groupOrOthers, 0);
 }
 
 TEST_F(HelperProcessTest, RotatesOnlyOnceAtATimeUntilTurnedOffOrTerminated)

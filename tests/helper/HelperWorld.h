@@ -5,9 +5,7 @@
 #include <QStringList>
 #include <QVariant>
 
-// What the application leaves for the helper process, made in the current test home:
-// quotes.db, the shared settings suite and a bookmarked signature file. Also starts and
-// stops real helper processes.
+// The helper's world in the current test home, and real helper processes.
 namespace helperworld {
 
 QString quotesDbPath();

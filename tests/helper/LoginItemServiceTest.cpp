@@ -23,8 +23,7 @@ bool processExists(qint64 pid)
     return QFile::exists(QStringLiteral("/proc/%1/exe").arg(pid));
 }
 
-// Turning the helper on and off, the entry's validity and the failure texts are checked
-// through the settings page; here, what the service must not start or stop.
+// On and off are checked through the settings page; here, what it must not start or stop.
 TEST(LoginItemServiceTest, RegisterStartsOneHelperAndUnregisterStopsOnlyTheHelper)
 {
     QBTestHome home;

@@ -37,8 +37,7 @@ TEST(QuoteCycleTest, EveryQuoteOnceARoundAndTheRoundFollowsTheCollection)
         last = picked;
     }
 
-    // Mid-round a quote still to come is removed and three are added: the rest of the
-    // round is exactly the quotes not shown yet, then a full round follows.
+    // One quote to come removed, three added: the round ends with the unshown ones.
     State changing;
     const std::string first = QBQuoteCycle::advance(changing, all);
     const std::string removed(changing.remaining.front());

@@ -12,8 +12,7 @@ namespace {
 using Access = QBHelperQuoteSource::Access;
 constexpr Access kAccesses[] = {Access::Mapped, Access::Copied};
 
-// The quick in-place read (the usual layout) and the application's full reader (any
-// other) must pick from the same quotes and share one cycle.
+// The in-place read and the application's full reader pick alike and share one cycle.
 TEST(QuoteSourceTest, BothReadersAndBothAccessesShareOneCycle)
 {
     QBTestHome home;
@@ -36,8 +35,7 @@ TEST(QuoteSourceTest, BothReadersAndBothAccessesShareOneCycle)
     round.insert(content(Access::Mapped));
     EXPECT_EQ(round, std::multiset<QString>(texts.cbegin(), texts.cend()));
 
-    // UIDs the full reader replaces (empty) or decodes (escapes) are not compared in
-    // place: the pick follows the full reader's records.
+    // UIDs the full reader replaces or decodes: the pick follows its records.
     for (const auto& [uid, text] : std::vector<std::pair<std::string, std::string>>{
              {"", "made up UID"},
              {"a\\/b", "escaped UID"},

@@ -1,5 +1,4 @@
-// The committed string tables are what lupdate makes of the code, with English and
-// finished German text for every id.
+// The committed string tables against the code and each other.
 #include "TestHome.h"
 
 #include <QFile>

@@ -98,9 +98,7 @@ TEST_F(LogTest, EveryLevelGoesToFileAndStdoutAlikeAndCallsBelowTheLevelLeaveNoTr
     EXPECT_EQ(qblog::recentLogLines(1, qblog::Level::Info).size(), 1u);
 }
 
-// Only a regular file over 256000 bytes is deleted at set-up; a log that cannot be
-// opened (a FIFO without a reader, a file where a folder should be) says so once on
-// standard error, and nothing waits.
+// A log that cannot be opened says so once on standard error, and nothing waits.
 TEST_F(LogTest, SetupDeletesOnlyARegularFileLargerThan256000Bytes)
 {
     const QByteArray path = QFile::encodeName(logPath());

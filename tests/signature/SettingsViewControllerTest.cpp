@@ -30,8 +30,7 @@ namespace {
 
 using namespace helperworld;
 
-// The page inside a plain main window, on defaults in the process's test home (the
-// shared suite opens once per process there; the helpers it starts inherit it).
+// The page in a main window; the shared suite and the helpers use the process's test home.
 class SettingsViewControllerTest : public ::testing::Test
 {
 protected:
@@ -178,8 +177,7 @@ TEST_F(SettingsViewControllerTest, UsageStatisticsSwitchIsOffWithoutAServiceAndS
     EXPECT_FALSE(share->isEnabled() || share->isChecked());
     EXPECT_TRUE(unavailable->isVisible());
 
-    // With one it is on until the user turns it off, which stops the client (what that
-    // drops and deletes is checked with the client itself), and on again.
+    // With one it is on; turning it off stops the client, and on again starts it.
     LocalHttpServer server;
     telemetry.configureWithAppID(kAppID, server.baseURL());
     mController->viewWillAppear();

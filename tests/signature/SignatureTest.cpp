@@ -25,8 +25,7 @@ using Helper = QBCurrentSignatureFileHelper;
 class CurrentSignatureFileHelperTest : public ::testing::Test
 {
 protected:
-    // The suite opens once per process: open it in the process-wide test home, before
-    // any fixture points XDG_DATA_HOME at its own folder.
+    // The suite opens once per process: in the process-wide home, before any fixture's.
     static void SetUpTestSuite() { QBSharedUserDefaults::sharedInstance(); }
 
     void SetUp() override
@@ -91,8 +90,7 @@ TEST_F(CurrentSignatureFileHelperTest, ReplacesTheFileWithTheTextAndOneFinalNewl
               QStringList{QStringLiteral("sig.txt")}); // no temporary file left
     EXPECT_EQ(recentLines(), "");
 
-    // A folder that takes no temporary file (here: the name would be too long) is written
-    // in place, and the file keeps its identity and bookmark.
+    // No room for a temporary file (name too long): written in place, bookmark kept.
     const QString longName = path("Mail/") + QString(250, QLatin1Char('n'));
     ASSERT_TRUE(writeFileBytes(longName, "old"));
     Helper::createSecurityScopedBookmarkForPath(QUrl::fromLocalFile(longName));

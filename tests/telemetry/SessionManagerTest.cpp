@@ -32,7 +32,6 @@ protected:
     Sent sent;
     const QString today = u"2026-05-06"_s;
 };
-using SessionHistoryTest = SessionManagerTest;
 } // namespace
 
 TEST_F(SessionManagerTest, ASessionIsStoredOnceItHasLastedOneSecondAndBackgroundTimeIsNotCounted)
@@ -71,23 +70,6 @@ TEST_F(SessionManagerTest, ASessionIsStoredOnceItHasLastedOneSecondAndBackground
     EXPECT_EQ(storedSessions(), (QList<StoredSession>{{start, 67}}));
 }
 
-TEST_F(SessionManagerTest, SessionsOlderThanNinetyDaysAreDroppedAndCounted)
-{
-    const QDateTime now = clock->now();
-    suite->setObject(
-        SessionHistory::encodeSessions({{now.addDays(-91), 30}, {now.addDays(-89), 40}}),
-        u"recentSessions"_s);
-    suite->setInteger(2, u"deletedSessionsCount"_s);
-
-    auto sessions = makeSessionManager();
-    sessions->waitForPersistence();
-    const QList<StoredSession> kept{{now.addDays(-89), 40}};
-    EXPECT_EQ(sessions->history().recentSessions, kept);
-    EXPECT_EQ(sessions->history().deletedSessionsCount, 3);
-    EXPECT_EQ(SessionHistory::decodeSessions(stored(u"recentSessions"_s).toByteArray()), kept);
-    EXPECT_EQ(stored(u"deletedSessionsCount"_s).toInt(), 3);
-}
-
 TEST_F(SessionManagerTest, AFirstLaunchSendsTheNewInstallSignalOnceAndSessionsCountDistinctDays)
 {
     const Sent newInstall{{u"Tallyhub.Acquisition.newInstallDetected"_s,
@@ -114,23 +96,4 @@ TEST_F(SessionManagerTest, AFirstLaunchSendsTheNewInstallSignalOnceAndSessionsCo
     const QStringList days{today, u"2026-05-07"_s};
     EXPECT_EQ(nextDay->history().distinctDaysUsed, days);
     EXPECT_EQ(stored(u"distinctDaysUsed"_s).toStringList(), days);
-}
-
-TEST_F(SessionHistoryTest, RetentionFiguresFollowTheChosenFormulas)
-{
-    const QDateTime now = clock->now();
-    SessionHistory history;
-    history.recentSessions = {{now.addDays(-3), 10}, {now.addDays(-1), 21}, {now, 60}};
-    history.deletedSessionsCount = 2;
-    history.firstSessionDate = u"2026-01-02"_s;
-    history.distinctDaysUsed = {u"2026-03-01"_s, u"2026-04-06"_s, u"2026-04-07"_s, u"2026-05-06"_s};
-    const TelemetryParameters expected{
-        {u"Tallyhub.Retention.totalSessionsCount"_s, u"5"_s},
-        {u"Tallyhub.Retention.averageSessionSeconds"_s, u"30"_s},
-        {u"Tallyhub.Retention.previousSessionSeconds"_s, u"21"_s},
-        {u"Tallyhub.Retention.distinctDaysUsed"_s, u"4"_s},
-        {u"Tallyhub.Retention.distinctDaysUsedLastMonth"_s, u"2"_s},
-        {u"Tallyhub.Acquisition.firstSessionDate"_s, u"2026-01-02"_s},
-    };
-    EXPECT_EQ(history.retentionParameters(now, now), expected);
 }

@@ -97,8 +97,7 @@ TEST_F(SignalManagerTest, RecordsSurviveARestartThroughTheCacheFileAndGoFirst)
     auto previousRun = makeManager();
     previousRun->signalManager()->signalCache().push(makeRecords(0, 103));
     previousRun->signalManager()->attemptToSendNextBatchOfCachedSignals();
-    // The first 100 are still on their way: saved too, without waiting for the outcome,
-    // and only once however often termination is announced.
+    // The 100 in flight are saved too, without waiting, and only once.
     previousRun->appWillTerminate();
     previousRun->appWillTerminate();
     EXPECT_EQ(previousRun->signalManager()->signalCache().count(), 103);

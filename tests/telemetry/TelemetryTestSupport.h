@@ -69,8 +69,7 @@ struct RecordedRequest
     QByteArray body;
 };
 
-// A tiny HTTP/1.1 server on 127.0.0.1 that records every request and answers each with
-// the configured status.
+// An HTTP/1.1 server on 127.0.0.1 recording each request, answering with |status|.
 class LocalHttpServer
 {
 public:
@@ -91,8 +90,7 @@ QUrl refusingURL();
 // Records whose types are "Test.<first>" onwards.
 QList<SignalPostBody> makeRecords(int first, int count);
 
-// Posts everything |manager| has built or cached and returns every record |server| has
-// received so far, oldest first.
+// Posts all |manager| holds; every record |server| has received, oldest first.
 QList<QJsonObject> drainToServer(SignalManager& manager, const LocalHttpServer& server);
 
 // The |field| of each record, as text.
@@ -100,8 +98,7 @@ QStringList valuesOf(const QList<QJsonObject>& records, const char* field = "typ
 
 inline const QString kAppID = u"11111111-2222-3333-4444-555555555555"_s;
 
-// A client on a manual clock that posts to a local server and keeps its cache at
-// |cachePath|. Its own session signals are off unless a test turns them on.
+// A client on a manual clock posting to a local server; its session signals off.
 class TelemetryTest : public ::testing::Test
 {
 protected:

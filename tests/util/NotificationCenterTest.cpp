@@ -29,8 +29,7 @@ TEST_F(NotificationCenterTest, HandlersThatChangeRegistrationsOrPostAgainKeepDel
 {
     QBNotificationToken later;
     QBNotificationToken self;
-    // Removes itself and an observer that has not run yet; adds one that must wait for
-    // the next post; posts another notification, which is delivered depth-first.
+    // Removes itself and a later observer, adds one for the next post, posts depth-first.
     self = center.addObserver(kPing, [&](const QBNotification&) {
         calls << u"remover"_s;
         center.removeObserver(self);
