@@ -44,9 +44,10 @@ QBQuoteListPlaceholder::QBQuoteListPlaceholder(QListView* list, QBQuotesListMode
 
     list->viewport()->installEventFilter(this);
     setGeometry(list->viewport()->rect());
-    for (const auto signal : {&QAbstractItemModel::modelReset, &QAbstractItemModel::layoutChanged,
-                              &QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
-        connect(model, signal, this, &QBQuoteListPlaceholder::refresh);
+    connect(model, &QAbstractItemModel::modelReset, this, &QBQuoteListPlaceholder::refresh);
+    connect(model, &QAbstractItemModel::layoutChanged, this, &QBQuoteListPlaceholder::refresh);
+    connect(model, &QAbstractItemModel::rowsInserted, this, &QBQuoteListPlaceholder::refresh);
+    connect(model, &QAbstractItemModel::rowsRemoved, this, &QBQuoteListPlaceholder::refresh);
     refresh();
 }
 

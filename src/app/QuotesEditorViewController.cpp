@@ -17,6 +17,7 @@
 #include <QFocusEvent>
 #include <QFontDatabase>
 #include <QHideEvent>
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QStyle>
 #include <QTextBlock>
@@ -150,6 +151,9 @@ void QBQuotesEditorViewController::registerForNotifications()
 
 bool QBQuotesEditorViewController::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == mUi->quoteTextView && event->type() == QEvent::KeyPress &&
+        insertParagraph(*static_cast<QKeyEvent*>(event)))
+        return true;
     if (watched == mUi->quoteTextView && event->type() == QEvent::FocusOut) {
         // A menu or another window taking the keyboard for a moment does not end the edit.
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
@@ -157,6 +161,21 @@ bool QBQuotesEditorViewController::eventFilter(QObject* watched, QEvent* event)
             endEditing();
     }
     return QWidget::eventFilter(watched, event);
+}
+
+bool QBQuotesEditorViewController::insertParagraph(const QKeyEvent& event)
+{
+    // Qt's own Return in an empty paragraph that carries the line spacing starts no new
+    // paragraph, so a blank line took three presses.
+    const bool plainReturn = (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) &&
+                             (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (!plainReturn || mUi->quoteTextView->isReadOnly())
+        return false;
+    QTextCursor cursor = mUi->quoteTextView->textCursor();
+    cursor.insertBlock();
+    mUi->quoteTextView->setTextCursor(cursor);
+    mUi->quoteTextView->ensureCursorVisible();
+    return true;
 }
 
 void QBQuotesEditorViewController::changeEvent(QEvent* event)

@@ -14,6 +14,7 @@
 class QAction;
 class QBUndoManager;
 class QComboBox;
+class QKeyEvent;
 class QLabel;
 class QTextEdit;
 namespace Ui {
@@ -79,6 +80,8 @@ private:
     void showContent(const QString& content);
     void applyLineSpacing();
     void updateOverlayImage();
+    // Return in the text view: a new paragraph with the line spacing, every time.
+    bool insertParagraph(const QKeyEvent& event);
     // Ends the open edit as the text view losing the focus does.
     void endEditing();
     // Posts the delayed removal notice of an emptied quote, once.

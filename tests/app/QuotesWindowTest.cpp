@@ -224,6 +224,7 @@ TEST_F(QuotesWindowTest, FilterAndListKeysUndoShowsHiddenQuotesAndEmptyListsSayS
     EXPECT_EQ(savedQuotes().count(hamlet), 1u);
     mList->setFocus();
     QTest::keyClick(mList, Qt::Key_Delete);
+    settle();
     EXPECT_EQ(savedQuotes().count(hamlet), 0u);
     EXPECT_EQ(placeholder->text(), QStringLiteral("No quote matches “be the question”."));
 
