@@ -37,7 +37,7 @@ QBQuoteListPlaceholder::QBQuoteListPlaceholder(QListView* list, QBQuotesListMode
     }
 
     auto* layout = new QVBoxLayout(this);
-    layout->addStretch();
+    layout->addStretch(1); // a third of the way down
     layout->addWidget(mLabel);
     layout->addWidget(mButtons, 0, Qt::AlignHCenter);
     layout->addStretch(2);
