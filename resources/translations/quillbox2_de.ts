@@ -297,6 +297,14 @@
         <source>Type the quote here.</source>
         <translation>Geben Sie hier das Zitat ein.</translation>
     </message>
+    <message id="QuoteListEmpty">
+        <source>No quotes yet. Add one, or import many from a text file.</source>
+        <translation>Noch keine Zitate. Fügen Sie eines hinzu oder importieren Sie viele aus einer Textdatei.</translation>
+    </message>
+    <message id="QuoteListNoMatch">
+        <source>No quote matches “%1”.</source>
+        <translation>Kein Zitat passt zu „%1“.</translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

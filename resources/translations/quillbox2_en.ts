@@ -297,6 +297,14 @@
         <source>Type the quote here.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="QuoteListEmpty">
+        <source>No quotes yet. Add one, or import many from a text file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuoteListNoMatch">
+        <source>No quote matches “%1”.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

@@ -22,6 +22,7 @@
 #include <QApplication>
 #include <QMainWindow>
 #include <QScreen>
+#include <QSessionManager>
 
 QBAppDelegate::QBAppDelegate(QObject* parent) : QObject(parent) {}
 
@@ -87,6 +88,11 @@ void QBAppDelegate::applicationDidFinishLaunching()
     }
 
     QBUserDefaults::standardUserDefaults().registerDefaults(registeredDefaultSettings());
+    // A logout may end the process without another word: typed text is kept first.
+    connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) {
+        if (mQuotesWindowController)
+            mQuotesWindowController->keepEditAndRememberPlace();
+    });
 }
 
 void QBAppDelegate::initializeQuotesDB()
@@ -141,6 +147,9 @@ void QBAppDelegate::installAlerts()
 
 void QBAppDelegate::applicationWillTerminate()
 {
+    // Quit, SIGTERM or the session ending: the text typed into the editor is kept.
+    if (mQuotesWindowController)
+        mQuotesWindowController->keepEditAndRememberPlace();
     logInfoMessage("Shutting down.");
 }
 

@@ -1,6 +1,10 @@
 #include "app/QuotesWindowController.h"
 
 #include "app/EditorAreaViewController.h"
+#include "app/QuoteListKeys.h"
+#include "app/QuoteListPlaceholder.h"
+#include "app/QuotesEditorViewController.h"
+#include "app/WindowMemory.h"
 #include "import/BatchImportDialogs.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "logging/Log.h"
@@ -21,6 +25,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCloseEvent>
 #include <QKeySequence>
 #include <QMenuBar>
 #include <QStyle>
@@ -29,8 +34,6 @@
 namespace {
 
 constexpr int kImportReportDelayMs = 1000;
-// Not a "QBDefaults" key: the window's own layout is no business of the helper process.
-const QString kSplitterStateKey = QStringLiteral("QBQuotesWindowSplitterState");
 
 } // namespace
 
@@ -55,6 +58,8 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     refreshWindowTitle();
     mUi->quotesListView->selectionModel()->clearSelection();
     updateCommandStates();
+    QBWindowMemory::restoreGeometry(*this);
+    selectRow(rowOfQuote(QBWindowMemory::selectedQuote()));
 }
 
 QBQuotesWindowController::~QBQuotesWindowController()
@@ -65,6 +70,20 @@ QBQuotesWindowController::~QBQuotesWindowController()
 QListView* QBQuotesWindowController::quotesListView() const
 {
     return mUi->quotesListView;
+}
+
+void QBQuotesWindowController::keepEditAndRememberPlace()
+{
+    mEditorArea->quotesEditorViewController()->keepOpenEdit();
+    QBWindowMemory::rememberGeometry(*this);
+    const std::shared_ptr<QBQuoteValueObject> selected = selectedQuote();
+    QBWindowMemory::rememberSelectedQuote(selected != nullptr ? selected->quoteUID() : QString());
+}
+
+void QBQuotesWindowController::closeEvent(QCloseEvent* event)
+{
+    keepEditAndRememberPlace();
+    QMainWindow::closeEvent(event);
 }
 
 void QBQuotesWindowController::showEvent(QShowEvent* event)
@@ -189,19 +208,22 @@ void QBQuotesWindowController::setUpList()
             &QBQuotesWindowController::arrangedObjectsChanged);
     connect(mQuotesArrayController, &QAbstractItemModel::rowsInserted, this,
             &QBQuotesWindowController::arrangedObjectsChanged);
+    new QBQuoteListKeys(
+        mUi->filterField, list, mEditAction, mRemoveAction,
+        [this] {
+            return mEditorArea->currentEditorView() != mEditorArea->settingsViewController();
+        },
+        this);
+    new QBQuoteListPlaceholder(list, mQuotesArrayController, mAddAction, mImportAction);
 }
 
 void QBQuotesWindowController::restoreSplitter()
 {
-    const QByteArray state =
-        QBUserDefaults::standardUserDefaults().objectForKey(kSplitterStateKey).toByteArray();
-    mSplitterRestored = !state.isEmpty() && mUi->splitter->restoreState(state);
+    mSplitterRestored = QBWindowMemory::restoreSplitter(*mUi->splitter);
     mUi->splitter->setStretchFactor(0, 0);
     mUi->splitter->setStretchFactor(1, 1); // the editor takes what the window gains
-    connect(mUi->splitter, &QSplitter::splitterMoved, this, [this] {
-        QBUserDefaults::standardUserDefaults().setObject(mUi->splitter->saveState(),
-                                                         kSplitterStateKey);
-    });
+    connect(mUi->splitter, &QSplitter::splitterMoved, this,
+            [this] { QBWindowMemory::rememberSplitter(*mUi->splitter); });
 }
 
 void QBQuotesWindowController::registerForNotifications()
@@ -212,8 +234,12 @@ void QBQuotesWindowController::registerForNotifications()
     tracker.observeNotification(QBQuoteRemovedNotification, [this](const QBNotification& n) {
         handleQuoteRemoved(n.userInfo);
     });
-    tracker.observeNotification(QBQuotesModifiedNotification,
-                                [this](const QBNotification&) { rebuildQuotesArray(); });
+    tracker.observeNotification(QBQuotesModifiedNotification, [this](const QBNotification&) {
+        rebuildQuotesArray();
+        // Quotes that come back are seen, whatever the filter says.
+        if (mUndoManager != nullptr && (mUndoManager->isUndoing() || mUndoManager->isRedoing()))
+            mUi->filterField->clear();
+    });
     tracker.observeNotification(QBWriteCurrentQuoteNotification,
                                 [this](const QBNotification&) { handleWriteCurrentQuote(); });
     tracker.observeNotification(
@@ -324,12 +350,25 @@ void QBQuotesWindowController::rebuildQuotesArray()
     mQuotesSource.rebuildQuotesArray();
 }
 
-void QBQuotesWindowController::selectLastQuoteForEditing()
+int QBQuotesWindowController::rowOfQuote(const QString& quoteUID)
 {
-    const int last = mQuotesArrayController->rowCount() - 1;
-    selectRow(last);
+    if (quoteUID.isEmpty())
+        return -1;
+    const std::shared_ptr<QBQuoteValueObject> quote =
+        mQuotesSource.valueObjectForQuoteUID(quoteUID);
+    return quote != nullptr ? mQuotesArrayController->rowOfObject(quote.get()) : -1;
+}
+
+void QBQuotesWindowController::selectQuoteForEditing(const QString& quoteUID)
+{
+    int row = rowOfQuote(quoteUID);
+    if (row < 0 && !mUi->filterField->text().isEmpty()) {
+        mUi->filterField->clear(); // a quote that comes back is seen, whatever the filter says
+        row = rowOfQuote(quoteUID);
+    }
+    selectRow(row);
     QBNotificationCenter::defaultCenter().post(QBQuoteDoubleClickedNotification,
-                                               mQuotesArrayController->objectAtRow(last).get());
+                                               mQuotesArrayController->objectAtRow(row).get());
 }
 
 void QBQuotesWindowController::finishChangeBatch()
@@ -341,8 +380,8 @@ void QBQuotesWindowController::finishChangeBatch()
     } else if (!mPendingRemovals.empty()) {
         mQuotesArrayController->removeQuotesWithUIDs(std::exchange(mPendingRemovals, {}));
     }
-    if (std::exchange(mSelectLastPending, false))
-        selectLastQuoteForEditing();
+    if (!mQuoteToSelect.isEmpty())
+        selectQuoteForEditing(std::exchange(mQuoteToSelect, {}));
 }
 
 void QBQuotesWindowController::handleQuoteAdded(const QVariantMap& userInfo)
@@ -350,12 +389,13 @@ void QBQuotesWindowController::handleQuoteAdded(const QVariantMap& userInfo)
     logInfoMessage(QStringLiteral("Refresh quotes source for added quote %1")
                        .arg(userInfo.value(QBKeyQuoteUID).toString()));
     rebuildQuotesArray();
+    // The quote that came, new or brought back by an undo or redo.
+    const QString uid = userInfo.value(QBKeyQuoteUID).toString();
     if (QBQuotesChangeBatch::isOpen()) {
-        mSelectLastPending = true;
+        mQuoteToSelect = uid;
         return;
     }
-    // The last row, whichever quote came: the new one, or one whose removal was undone.
-    selectLastQuoteForEditing();
+    selectQuoteForEditing(uid);
 }
 
 void QBQuotesWindowController::handleQuoteRemoved(const QVariantMap& userInfo)

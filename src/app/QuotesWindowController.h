@@ -60,8 +60,13 @@ public:
     void handleQuotesImported(const QVariantMap& userInfo);
     void handleWriteCurrentQuote();
 
+    // Keeps the text typed into the editor and remembers the window's place and selected
+    // quote for the next launch: the window or the program is going away.
+    void keepEditAndRememberPlace();
+
 protected:
     void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void createActions();
@@ -78,7 +83,9 @@ private:
     // Work deferred while a batch of changes runs, done once when it ends.
     void finishChangeBatch();
     void rebuildQuotesArray();
-    void selectLastQuoteForEditing();
+    // The row of the quote with |quoteUID| in the arranged list, or -1.
+    int rowOfQuote(const QString& quoteUID);
+    void selectQuoteForEditing(const QString& quoteUID);
 
     std::unique_ptr<Ui::QBQuotesWindow> mUi;
     QPointer<QBUndoManager> mUndoManager;
@@ -93,7 +100,7 @@ private:
     bool mSplitterRestored = false;
 
     bool mRebuildPending = false;
-    bool mSelectLastPending = false;
+    QString mQuoteToSelect;       // once the batch ends
     QStringList mPendingRemovals; // identifiers
 
     QMenu* mQuotesMenu = nullptr;

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -253,6 +254,84 @@ TEST(LaunchProcessTest, ASecondLaunchRaisesTheRunningWindowAndEnds)
     EXPECT_EQ(log.count(u"Launch of quillbox2"_s), 1) << log.toStdString();
     EXPECT_FALSE(QFile::exists(lockPath));
     EXPECT_FALSE(QFile::exists(socketPath));
+}
+
+// An X server of its own for typing into the real program; empty when none can start.
+class VirtualDisplay
+{
+public:
+    VirtualDisplay()
+    {
+        if (QStandardPaths::findExecutable(u"Xvfb"_s).isEmpty() ||
+            QStandardPaths::findExecutable(u"xdotool"_s).isEmpty())
+            return;
+        mServer.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s, u"-screen"_s,
+                                  u"0"_s, u"1280x900x24"_s});
+        QByteArray number;
+        while (!number.contains('\n') && mServer.waitForReadyRead(10000))
+            number += mServer.readAllStandardOutput();
+        if (!number.trimmed().isEmpty())
+            mName = u":"_s + QString::fromLatin1(number.trimmed());
+    }
+    ~VirtualDisplay()
+    {
+        mServer.terminate();
+        mServer.waitForFinished(10000);
+    }
+    QString name() const { return mName; }
+    // Runs xdotool with |arguments| on this display; its standard output.
+    QString xdotool(const QStringList& arguments) const
+    {
+        QProcess tool;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"DISPLAY"_s, mName);
+        tool.setProcessEnvironment(environment);
+        tool.start(u"xdotool"_s, arguments);
+        tool.waitForFinished(30000);
+        return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
+    }
+
+private:
+    QProcess mServer;
+    QString mName;
+};
+
+TEST(LaunchProcessTest, TextTypedIntoTheEditorIsSavedByCtrlQAndBySigterm)
+{
+    const VirtualDisplay display;
+    if (display.name().isEmpty())
+        GTEST_SKIP() << "needs Xvfb and xdotool";
+    for (const bool bySignal : {true, false}) {
+        QBTestHome home;
+        QProcess app;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"DISPLAY"_s, display.name());
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+        app.setProcessEnvironment(environment);
+        QByteArray output = startUntilLogging(app, kApp);
+        const QString window =
+            display.xdotool({u"search"_s, u"--sync"_s, u"--name"_s, u"^quillbox2"_s});
+        ASSERT_FALSE(window.isEmpty());
+        display.xdotool({u"windowfocus"_s, window.section(u'\n', 0, 0)});
+        // Filter field, down into the list (the first quote), Return to edit it, type.
+        display.xdotool({u"key"_s, u"--delay"_s, u"100"_s, u"ctrl+f"_s, u"Down"_s, u"Return"_s});
+        display.xdotool({u"type"_s, u"Typed, never confirmed. "_s});
+        ASSERT_TRUE(waitForOutput(app, output, "Begin editing")) << output.toStdString();
+        if (bySignal) {
+            QTest::qWait(1500); // the last keys reach the program before the signal does
+            ::kill(static_cast<pid_t>(app.processId()), SIGTERM);
+        } else {
+            display.xdotool({u"key"_s, u"ctrl+q"_s}); // after the typed keys, in order
+        }
+        ASSERT_TRUE(app.waitForFinished(30000));
+        EXPECT_EQ(app.exitCode(), 0);
+        std::vector<CQuoteRecord> quotes;
+        readQuotesFile(home.stdPath(kDb), quotes);
+        ASSERT_FALSE(quotes.empty());
+        EXPECT_TRUE(QString::fromStdString(quotes.front().mContent)
+                        .startsWith(u"Typed, never confirmed. "_s))
+            << bySignal << quotes.front().mContent;
+    }
 }
 
 TEST(HostileLaunchTest, ClosedOrDeadOutputNeitherHangsNorKillsAndFilesArePrivate)
