@@ -2,6 +2,7 @@
 
 #include "app/EditorAreaViewController.h"
 #include "import/BatchImportDialogs.h"
+#include "import/FileDropImport.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "logging/Log.h"
 #include "logging/ULog.h"
@@ -28,7 +29,6 @@
 
 namespace {
 
-constexpr int kImportReportDelayMs = 1000;
 // Not a "QBDefaults" key: the window's own layout is no business of the helper process.
 const QString kSplitterStateKey = QStringLiteral("QBQuotesWindowSplitterState");
 
@@ -50,6 +50,7 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     // Imports ask their questions on this window and are undone with its other edits.
     QBBatchImportDialogs::setParentWindow(this);
     QBQuoteBatchImportHelper::setUndoManager(undoManager);
+    installFileDropImport(this);
     LMViewInstaller::installViewSameSizeAsSuperInto(mEditorArea, mUi->areaPlaceholderView);
     QBAppearanceHelper::setGradientBackground(mUi->areaPlaceholderView);
     refreshWindowTitle();
@@ -111,6 +112,9 @@ void QBQuotesWindowController::createActions()
     //% "Import Quotes…"
     makeAction(mImportAction, "importQuotesAction", qtTrId("CommandImportQuotes"),
                QKeySequence(Qt::CTRL | Qt::Key_I), &QBQuotesWindowController::startBatchImport);
+    //% "Export Quotes…"
+    makeAction(mExportAction, "exportQuotesAction", qtTrId("CommandExportQuotes"),
+               QKeySequence(Qt::CTRL | Qt::Key_E), &QBQuotesWindowController::startExport);
     //% "Settings…"
     makeAction(mSettingsAction, "settingsAction", qtTrId("CommandSettings"),
                QKeySequence(Qt::CTRL | Qt::Key_Comma), &QBQuotesWindowController::switchToSettings);
@@ -158,7 +162,7 @@ void QBQuotesWindowController::installQuotesMenu()
     mQuotesMenu->addSeparator();
     mQuotesMenu->addActions({mAddAction, mRemoveAction, mRemoveAllAction});
     mQuotesMenu->addSeparator();
-    mQuotesMenu->addActions({mImportAction, mSettingsAction});
+    mQuotesMenu->addActions({mImportAction, mExportAction, mSettingsAction});
     const QList<QAction*> menus = menuBar()->actions();
     // Before Help, which by custom is the last menu.
     menuBar()->insertMenu(menus.isEmpty() ? nullptr : menus.last(), mQuotesMenu);
@@ -370,13 +374,9 @@ void QBQuotesWindowController::handleQuoteRemoved(const QVariantMap& userInfo)
 
 void QBQuotesWindowController::handleQuotesImported(const QVariantMap& userInfo)
 {
-    const int count = userInfo.value(QBKeyImportedQuotesCount).toInt();
-    QTimer::singleShot(kImportReportDelayMs, this, [count] {
-        //% "Quotes Imported"
-        QBAlert::shared().infoWithTitle(qtTrId("QuotesSuccessfullyImportedTitle"),
-                                        //% "%n quote(s) were added to your collection."
-                                        qtTrId("QuotesImported", count));
-    });
+    // The import itself reports what it did in the message bar.
+    logInfoMessage(
+        QStringLiteral("%1 quotes imported").arg(userInfo.value(QBKeyImportedQuotesCount).toInt()));
     rebuildQuotesArray();
 }
 
@@ -413,6 +413,14 @@ void QBQuotesWindowController::startBatchImport()
 {
     logInfoMessage(QStringLiteral("Launching batch import"));
     QBQuoteBatchImportHelper::importFromTextFile();
+}
+
+void QBQuotesWindowController::startExport()
+{
+    std::vector<CQuoteRecord> selection;
+    if (const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote())
+        selection.emplace_back(quote->content().toStdString(), quote->quoteUID().toStdString());
+    QBQuoteBatchImportHelper::exportFromWindow(std::move(selection));
 }
 
 void QBQuotesWindowController::addQuote()

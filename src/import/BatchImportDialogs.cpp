@@ -142,7 +142,7 @@ void QBBatchImportDialogs::askUserForSeparatorToUse(
                                     //% "“%1” holds a single quote. Import it?"
                                     ? qtTrId("BatchImportSingleQuoteDescription").arg(fileName)
                                     //% "How are the quotes in “%1” separated? The first quotes of
-                                    //the chosen way " % "are shown below."
+                                    // the chosen way " % "are shown below."
                                     : qtTrId("BatchImportSelectSeparatorDescription").arg(fileName),
                                 dialog);
     question->setWordWrap(true);

@@ -1,11 +1,14 @@
 // The batch import flow: the part of QBQuoteBatchImportHelper that shows dialogs and
 // alerts, so it lives in the widgets library.
+#include "core/QuotesRepository.h"
 #include "import/BatchImportDialogs.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "import/QuoteFile.h"
 #include "logging/ULog.h"
 #include "ui/Alert.h"
+#include "util/UserMessages.h"
 
+#include <QFileInfo>
 #include <QTimer>
 
 #include <chrono>
@@ -42,7 +45,9 @@ void alertReadFailureLater(QBQuoteFile::Status status)
 class ImportRun : public std::enable_shared_from_this<ImportRun>
 {
 public:
-    explicit ImportRun(QStringList paths) : mPaths(std::move(paths)) {}
+    ImportRun(QStringList paths, std::optional<QBSeparatorChoice> separator)
+        : mPaths(std::move(paths)), mSeparator(std::move(separator))
+    {}
 
     void next()
     {
@@ -74,6 +79,10 @@ public:
             logInfoMessage(QStringLiteral("Importing %1 quotes from an exported collection")
                                .arg(file.collectionQuotes.size()));
             take(file.collectionQuotes);
+            return;
+        }
+        if (mSeparator) {
+            take(file.quotes(*mSeparator));
             return;
         }
         const QBQuoteTextAnalysis& analysis = file.analysis;
@@ -116,6 +125,7 @@ private:
     }
 
     QStringList mPaths;
+    std::optional<QBSeparatorChoice> mSeparator;
     qsizetype mNext = 0;
     qsizetype mImported = 0; // files whose quotes were taken
     qsizetype mFailed = 0;
@@ -132,8 +142,43 @@ void QBQuoteBatchImportHelper::importFromTextFile()
         [](const QStringList& paths) { importFiles(paths); });
 }
 
-void QBQuoteBatchImportHelper::importFiles(const QStringList& paths)
+void QBQuoteBatchImportHelper::importFiles(const QStringList& paths,
+                                           const std::optional<QBSeparatorChoice>& separator)
 {
     if (!paths.isEmpty())
-        std::make_shared<ImportRun>(paths)->next();
+        std::make_shared<ImportRun>(paths, separator)->next();
+}
+
+void QBQuoteBatchImportHelper::exportFromWindow(std::vector<CQuoteRecord> selection)
+{
+    const bool canExportSelection = !selection.empty();
+    QBBatchImportDialogs::askForExportFile(
+        canExportSelection,
+        [selection = std::move(selection)](const QBBatchImportDialogs::ExportRequest& request) {
+            const std::vector<CQuoteRecord>& quotes =
+                request.selectionOnly ? selection : CQuotesRepository::getInstance().mQuotes;
+            logInfoMessage(QStringLiteral("Exporting %1 quotes as %2 to '%3'")
+                               .arg(quotes.size())
+                               .arg(QBQuoteExport::fileSuffix(request.format), request.path));
+            QBUserMessage message;
+            message.topic = QStringLiteral("export");
+            if (const std::optional<QString> error =
+                    QBQuoteExport::writeExport(request.path, quotes, request.format)) {
+                logWarningMessage(QStringLiteral("Failed to export: ") + *error);
+                message.kind = QBUserMessage::Kind::Error;
+                //% "The quotes could not be exported to “%1”: %2"
+                message.text = qtTrId("ExportFailed").arg(request.path, *error);
+            } else {
+                message.kind = QBUserMessage::Kind::Success;
+                message.text = qtTrId("ExportSummary", static_cast<int>(quotes.size()))
+                                   .arg(QFileInfo(request.path).fileName());
+                if (const qsizetype unsafe =
+                        QBQuoteExport::quotesHoldingTheirSeparator(quotes, request.format)) {
+                    //% "%Ln of them hold their own separator and will not read back alone."
+                    message.text +=
+                        u' ' + qtTrId("ExportQuotesHoldingSeparator", static_cast<int>(unsafe));
+                }
+            }
+            QBUserMessages::shared().show(message);
+        });
 }

@@ -101,28 +101,38 @@ void QBQuoteBatchImportHelper::skipDuplicates(const std::vector<std::string>& du
         undoManager->endUndoGrouping();
 }
 
-void QBQuoteBatchImportHelper::postSummary(const QBImportResult& result, qsizetype fileCount,
-                                           const QString& firstFile, qsizetype failedFiles)
+QString QBQuoteBatchImportHelper::summaryText(const QBImportResult& result, qsizetype fileCount,
+                                              const QString& firstFile, qsizetype failedFiles)
 {
     const auto count = static_cast<int>(result.added);
-    QBUserMessage message;
-    message.kind = QBUserMessage::Kind::Success;
-    message.topic = QStringLiteral("import");
-    message.text = fileCount == 1
+    QString text = fileCount == 1
                        //% "Imported %Ln quote(s) from “%1”."
                        ? qtTrId("ImportSummaryOneFile", count).arg(QFileInfo(firstFile).fileName())
                        //% "Imported %Ln quote(s) from %1 files."
                        : qtTrId("ImportSummaryFiles", count).arg(QLocale().toString(fileCount));
     if (failedFiles > 0) {
         //% "%Ln file(s) could not be read."
-        message.text +=
-            u' ' + qtTrId("ImportSummaryUnreadableFiles", static_cast<int>(failedFiles));
+        text += u' ' + qtTrId("ImportSummaryUnreadableFiles", static_cast<int>(failedFiles));
     }
-    QPointer<QBUndoManager> undoManager = importUndoManager();
     if (!result.duplicateUIDs.empty()) {
         //% "%Ln of them were already in the collection."
-        message.text +=
+        text +=
             u' ' + qtTrId("ImportSummaryDuplicates", static_cast<int>(result.duplicateUIDs.size()));
+    }
+    return text;
+}
+
+void QBQuoteBatchImportHelper::postSummary(const QBImportResult& result, qsizetype fileCount,
+                                           const QString& firstFile, qsizetype failedFiles)
+{
+    QBUserMessage message;
+    message.kind = result.added > 0  ? QBUserMessage::Kind::Success
+                   : failedFiles > 0 ? QBUserMessage::Kind::Warning
+                                     : QBUserMessage::Kind::Information;
+    message.topic = QStringLiteral("import");
+    message.text = summaryText(result, fileCount, firstFile, failedFiles);
+    QPointer<QBUndoManager> undoManager = importUndoManager();
+    if (!result.duplicateUIDs.empty()) {
         //% "Skip Duplicates"
         message.actionText = qtTrId("ImportSkipDuplicatesButton");
         message.action = [uids = result.duplicateUIDs] { skipDuplicates(uids); };
@@ -134,9 +144,5 @@ void QBQuoteBatchImportHelper::postSummary(const QBImportResult& result, qsizety
                 undoManager->undo();
         };
     }
-    if (result.added == 0 && failedFiles == 0)
-        message.kind = QBUserMessage::Kind::Information;
-    else if (result.added == 0)
-        message.kind = QBUserMessage::Kind::Warning;
     QBUserMessages::shared().show(message);
 }

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "core/QuoteRecord.h"
+#include "import/QuoteTextAnalysis.h"
+
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,8 +37,14 @@ public:
     // dialogs' completions. Without a main window nothing is shown.
     static void importFromTextFile();
     // The flow from the chosen files on: read, check, detect, maybe ask, add, report.
-    static void importFiles(const QStringList& paths);
+    // |separator|, when given, cuts every text file without asking.
+    static void importFiles(const QStringList& paths,
+                            const std::optional<QBSeparatorChoice>& separator = std::nullopt);
     static void importFromFile(const QString& path) { importFiles({path}); }
+
+    // Asks where and in which format to export the collection (or |selection|, when the
+    // user chooses it and it is not empty), writes the file and reports in the message bar.
+    static void exportFromWindow(std::vector<CQuoteRecord> selection);
 
     // "\r\n", then every remaining "\r", become "\n".
     static QString normalizedLineEnds(QString text);
@@ -49,6 +59,8 @@ public:
     static void skipDuplicates(const std::vector<std::string>& duplicateUIDs);
     // Tells the user what an import of |fileCount| files (the first named |firstFile|)
     // did, with a button to take it back or to drop the quotes that were there already.
+    static QString summaryText(const QBImportResult& result, qsizetype fileCount,
+                               const QString& firstFile, qsizetype failedFiles);
     static void postSummary(const QBImportResult& result, qsizetype fileCount,
                             const QString& firstFile, qsizetype failedFiles);
 };
