@@ -4,6 +4,7 @@
 #include "core/AppIdentity.h"
 #include "i18n/Translations.h"
 #include "import/QuoteFileCommands.h"
+#include "logging/Log.h"
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
@@ -127,6 +128,8 @@ QStringList absolutePaths(const QStringList& paths)
 // --import and --export; the caller has checked that one of them is set.
 int runFileCommand(const QCommandLineParser& parser, const Options& options, const QString& program)
 {
+    // Standard output carries the command's answer alone; the log's lines stay out of it.
+    qblog::setLogLevel(qblog::Level::Error);
     QBQuoteFileCommands commands(stdout, stderr);
     const auto fail = [&program](const QString& error) {
         print(stderr, program + QStringLiteral(": ") + error + QLatin1Char('\n'));

@@ -132,19 +132,23 @@ void QBBatchImportDialogs::askUserForSeparatorToUse(
     const QString fileName = QFileInfo(file.path).fileName();
     const QList<QBSeparatorChoice> choices = file.analysis.choices;
     const bool single = file.analysis.isSingleQuote();
-    QDialog* dialog = newDialog(window,
-                                //% "Import a Single Quote"
-                                single ? qtTrId("BatchImportSingleQuoteTitle")
-                                       //% "Select the Separator"
-                                       : qtTrId("BatchImportSelectSeparatorTitle"));
+    QString title;
+    QString description;
+    if (single) {
+        //% "Import a Single Quote"
+        title = qtTrId("BatchImportSingleQuoteTitle");
+        //% "“%1” holds a single quote. Import it?"
+        description = qtTrId("BatchImportSingleQuoteDescription").arg(fileName);
+    } else {
+        //% "Select the Separator"
+        title = qtTrId("BatchImportSelectSeparatorTitle");
+        //% "How are the quotes in “%1” separated? The first quotes of the chosen way are "
+        //% "shown below."
+        description = qtTrId("BatchImportSelectSeparatorDescription").arg(fileName);
+    }
+    QDialog* dialog = newDialog(window, title);
     auto* layout = new QVBoxLayout(dialog);
-    auto* question = new QLabel(single
-                                    //% "“%1” holds a single quote. Import it?"
-                                    ? qtTrId("BatchImportSingleQuoteDescription").arg(fileName)
-                                    //% "How are the quotes in “%1” separated? The first quotes of
-                                    // the chosen way " % "are shown below."
-                                    : qtTrId("BatchImportSelectSeparatorDescription").arg(fileName),
-                                dialog);
+    auto* question = new QLabel(description, dialog);
     question->setWordWrap(true);
     layout->addWidget(question);
 

@@ -81,6 +81,12 @@ public:
             take(file.collectionQuotes);
             return;
         }
+        if (file.analysis.choices.isEmpty()) {
+            logWarningMessage("Failed to import: Quotes found in input file = 0");
+            ++mFailed;
+            next();
+            return;
+        }
         if (mSeparator) {
             take(file.quotes(*mSeparator));
             return;

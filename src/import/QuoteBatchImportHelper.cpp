@@ -94,8 +94,11 @@ void QBQuoteBatchImportHelper::skipDuplicates(const std::vector<std::string>& du
 {
     QBUndoManager* undoManager = importUndoManager();
     const QBQuotesChangeBatch batch;
-    if (undoManager != nullptr)
+    if (undoManager != nullptr) {
+        // A step of its own, even when the import's step is still open.
+        undoManager->closeAutomaticGroup();
         undoManager->beginUndoGrouping();
+    }
     QBQuoteEditHelper::removeQuotes(duplicateUIDs, undoManager);
     if (undoManager != nullptr)
         undoManager->endUndoGrouping();
@@ -110,14 +113,14 @@ QString QBQuoteBatchImportHelper::summaryText(const QBImportResult& result, qsiz
                        ? qtTrId("ImportSummaryOneFile", count).arg(QFileInfo(firstFile).fileName())
                        //% "Imported %Ln quote(s) from %1 files."
                        : qtTrId("ImportSummaryFiles", count).arg(QLocale().toString(fileCount));
-    if (failedFiles > 0) {
-        //% "%Ln file(s) could not be read."
-        text += u' ' + qtTrId("ImportSummaryUnreadableFiles", static_cast<int>(failedFiles));
-    }
     if (!result.duplicateUIDs.empty()) {
         //% "%Ln of them were already in the collection."
         text +=
             u' ' + qtTrId("ImportSummaryDuplicates", static_cast<int>(result.duplicateUIDs.size()));
+    }
+    if (failedFiles > 0) {
+        //% "%Ln file(s) could not be read."
+        text += u' ' + qtTrId("ImportSummaryUnreadableFiles", static_cast<int>(failedFiles));
     }
     return text;
 }
