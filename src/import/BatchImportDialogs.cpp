@@ -132,21 +132,21 @@ void QBBatchImportDialogs::askUserForSeparatorToUse(
     const QString fileName = QFileInfo(file.path).fileName();
     const QList<QBSeparatorChoice> choices = file.analysis.choices;
     const bool single = file.analysis.isSingleQuote();
-    QString title;
+    QString heading;
     QString description;
     if (single) {
         //% "Import a Single Quote"
-        title = qtTrId("BatchImportSingleQuoteTitle");
+        heading = qtTrId("BatchImportSingleQuoteTitle");
         //% "“%1” holds a single quote. Import it?"
         description = qtTrId("BatchImportSingleQuoteDescription").arg(fileName);
     } else {
         //% "Select the Separator"
-        title = qtTrId("BatchImportSelectSeparatorTitle");
+        heading = qtTrId("BatchImportSelectSeparatorTitle");
         //% "How are the quotes in “%1” separated? The first quotes of the chosen way are "
         //% "shown below."
         description = qtTrId("BatchImportSelectSeparatorDescription").arg(fileName);
     }
-    QDialog* dialog = newDialog(window, title);
+    QDialog* dialog = newDialog(window, heading);
     auto* layout = new QVBoxLayout(dialog);
     auto* question = new QLabel(description, dialog);
     question->setWordWrap(true);
