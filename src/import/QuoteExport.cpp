@@ -97,11 +97,13 @@ qsizetype QBQuoteExport::quotesHoldingTheirSeparator(const std::vector<CQuoteRec
 {
     if (format == Format::Json)
         return 0;
-    // A line of nothing but "%" (fortune) or white space (text), anywhere in the quote.
+    // A line of nothing but "%" (the fortune separator, which also makes an import read
+    // plain text as a fortune file) or of white space (text), anywhere in the quote.
     static const QRegularExpression fortuneSeparator(QStringLiteral("(^|\n)[ \t]*%[ \t]*(\n|$)"));
     static const QRegularExpression blankLine(QStringLiteral("(^|\n)\\s*(\n|$)"));
-    const QRegularExpression& separator = format == Format::Fortune ? fortuneSeparator : blankLine;
-    return std::count_if(quotes.cbegin(), quotes.cend(), [&separator](const CQuoteRecord& quote) {
-        return separator.match(QString::fromStdString(quote.mContent)).hasMatch();
+    return std::count_if(quotes.cbegin(), quotes.cend(), [format](const CQuoteRecord& quote) {
+        const QString text = QString::fromStdString(quote.mContent);
+        return fortuneSeparator.match(text).hasMatch() ||
+               (format == Format::Text && blankLine.match(text).hasMatch());
     });
 }

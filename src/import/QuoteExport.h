@@ -10,8 +10,8 @@
 
 // Writes quotes to a file another program, another machine or a later import can read.
 // Every format reads back through the import as the same quotes, byte for byte, except
-// where a quote holds its own separator (a line "%" in a fortune file, a blank line in
-// plain text); the app's JSON always does.
+// where a quote holds its own separator (a line "%" in either text format, a blank line
+// in plain text); the app's JSON always does.
 class QBQuoteExport
 {
 public:

@@ -2,6 +2,7 @@
 // text into quotes, and export read back.
 #include "core/Bundle.h"
 #include "core/QuotesRepository.h"
+#include "i18n/Translations.h"
 #include "import/BatchImportDialogs.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "import/QuoteExport.h"
@@ -83,6 +84,7 @@ protected:
         repository().removeAllQuotes();
         repository().mFilePath = home.stdPath(u"quotes.db"_s);
         QBBundle::setMainBundleResourcePath(QB_BUILD_SHARE_DIR);
+        installTranslations(); // the questions and messages in English
         H::setUndoManager(&undoManager);
         window.show();
         QBBatchImportDialogs::setParentWindow(&window);
@@ -146,8 +148,11 @@ protected:
     // Presses |key| where the keyboard is in the question, then lets the dialog go.
     void press(Qt::Key key)
     {
-        QWidget* focus = question()->focusWidget();
-        QTest::keyClick(focus != nullptr ? focus : question(), key);
+        QDialog* dialog = question();
+        dialog->activateWindow(); // arrow keys move among the buttons of the focused window
+        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+        QWidget* focus = dialog->focusWidget();
+        QTest::keyClick(focus != nullptr ? focus : dialog, key);
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     // Messages logged at |level| since the collection was last reset, oldest first.
@@ -303,19 +308,19 @@ TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNoth
          fileWith(QByteArray(120, 'a') + "\n%\n" + QByteArray(1, '\0') + "b\n%\nc"),
          {},
          zeros,
-         u"FileNotText"_s},
-        {"image", fileWith(png.data()), {}, zeros, u"FileNotText"_s},
+         u"File not Text"_s},
+        {"image", fileWith(png.data()), {}, zeros, u"File not Text"_s},
         {"broken UTF-16",
          fileWith(brokenUtf16),
          {},
          u"Failed to read file: the file starts with a byte-order mark but is not valid UTF-16LE "
          u"text"_s,
-         u"FileNotText"_s},
+         u"File not Text"_s},
         {"over 64 MiB",
          huge,
          {},
          u"Failed to read file: the file is larger than 64 MiB"_s,
-         u"FileTooLarge"_s},
+         u"File Too Large"_s},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -436,7 +441,7 @@ TEST(ImportTextTest, EveryWayOfCuttingIsCountedMostLikelyFirst)
          false},
         {"percent wins over everything",
          u"a\n-- X\n%\nb\n-- X\n\nc"_s,
-         {u"% 2"_s, u"-- X 2"_s, u"blank 2"_s, u"line 5"_s, u"whole 1"_s},
+         {u"% 2"_s, u"blank 2"_s, u"-- X 3"_s, u"line 6"_s, u"whole 1"_s},
          true},
         {"few lines without separators ask", u"a\nb\nc"_s, {u"line 3"_s, u"whole 1"_s}, false},
         {"ten lines are one per line", tenLines.join(u'\n'), {u"line 10"_s, u"whole 1"_s}, true},
@@ -474,7 +479,7 @@ TEST(ImportTextTest, ExportsReadBackAsTheSameQuotesByteForByte)
     {
         Format format;
         qsizetype holdingTheirSeparator;
-    } formats[] = {{Format::Fortune, 1}, {Format::Text, 3}, {Format::Json, 0}};
+    } formats[] = {{Format::Fortune, 1}, {Format::Text, 4}, {Format::Json, 0}};
     for (const auto& [format, holding] : formats) {
         SCOPED_TRACE(QBQuoteExport::fileSuffix(format).toStdString());
         EXPECT_EQ(QBQuoteExport::quotesHoldingTheirSeparator(quotes, format), holding);
