@@ -171,7 +171,7 @@ TEST(LaunchProcessTest, CommandLineIsAnsweredOnTheTerminalWithoutADisplay)
     };
     const QString version = QStringLiteral("quillbox2 " QB_VERSION "\n");
     const Case cases[] = {
-        {{u"--help"_s}, 0, u"-v, --version  Show the version"_s, {}},
+        {{u"--help"_s}, 0, u"--export <FILE>     Write the collection to FILE"_s, {}},
         {{u"--version"_s}, 0, version, {}},
         {{u"-style"_s, u"fusion"_s, u"-v"_s}, 0, version, {}},
         {{u"--bogus"_s},
