@@ -14,8 +14,11 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
@@ -269,6 +272,38 @@ TEST_F(QuotesWindowTest, DroppedFilesAreOneImportReportedInTheMessageBarWithUndo
     EXPECT_EQ(int(savedQuotes().size()), mSeedCount);
     QTest::qWait(1200); // the old alert a second later is gone for good
     EXPECT_EQ(openAlert(), nullptr);
+}
+
+TEST_F(QuotesWindowTest, ExportWritesTheCollectionOrTheSelectedQuoteAsChosen)
+{
+    for (const bool selectedOnly : {false, true}) {
+        if (selectedOnly)
+            clickRow(1);
+        QTest::keyClick(mWindow, Qt::Key_E, Qt::ControlModifier);
+        auto* dialog = mWindow->findChild<QFileDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
+        auto* onlySelected = dialog->findChild<QCheckBox*>(QStringLiteral("exportSelectionOnly"));
+        ASSERT_EQ(onlySelected != nullptr, selectedOnly); // offered with a selection only
+        if (onlySelected != nullptr)
+            onlySelected->setChecked(true);
+        const QString path =
+            mHome.filePath(selectedOnly ? QStringLiteral("one.json") : QStringLiteral("all.json"));
+        dialog->selectNameFilter(dialog->nameFilters().last()); // the collection's JSON
+        dialog->selectFile(path);
+        dialog->accept();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(mWindow->findChild<QFileDialog*>(), nullptr);
+
+        std::vector<CQuoteRecord> exported;
+        readQuotesFile(path.toStdString(), exported);
+        ASSERT_EQ(int(exported.size()), selectedOnly ? 1 : mSeedCount);
+        EXPECT_EQ(QString::fromStdString(exported.front().mUID), uidOfRow(selectedOnly ? 1 : 0));
+        EXPECT_EQ(QBUserMessages::shared().lastMessage().text,
+                  selectedOnly
+                      ? QStringLiteral("Exported 1 quote to “one.json”.")
+                      : QStringLiteral("Exported %1 quotes to “all.json”.").arg(mSeedCount));
+    }
 }
 
 TEST_F(QuotesWindowTest, FilterKeepsTheSelectionWhileItMatches)
