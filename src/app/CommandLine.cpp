@@ -201,11 +201,12 @@ QBLaunchRequest handleCommandLine(int argc, char* argv[])
     setUp(parser, options);
     const QString program = QString::fromUtf8(qbidentity::kProcessName);
     parser.parse(arguments);
-    const bool fileCommand = (parser.isSet(options.import) || parser.isSet(options.exportTo));
-    const bool stray = (parser.isSet(options.separator) || parser.isSet(options.dryRun)) &&
-                       !parser.isSet(options.import);
-    if (!parser.errorText().isEmpty() || stray ||
-        (parser.isSet(options.format) && !parser.isSet(options.exportTo))) {
+    const bool fileCommand = parser.isSet(options.import) || parser.isSet(options.exportTo);
+    // Options that only qualify a command, given without it.
+    const bool stray = ((parser.isSet(options.separator) || parser.isSet(options.dryRun)) &&
+                        !parser.isSet(options.import)) ||
+                       (parser.isSet(options.format) && !parser.isSet(options.exportTo));
+    if (!parser.errorText().isEmpty() || stray) {
         const QString error =
             parser.errorText().isEmpty()
                 //% "--separator and --dry-run go with --import, --format with --export."

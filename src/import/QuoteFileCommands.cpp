@@ -6,8 +6,6 @@
 #include "import/QuoteBatchImportHelper.h"
 #include "import/QuoteFile.h"
 
-#include <QFileInfo>
-
 #include <exception>
 
 namespace {
