@@ -277,6 +277,8 @@ TEST_F(QuotesWindowTest, DroppedFilesAreOneImportReportedInTheMessageBarWithUndo
 TEST_F(QuotesWindowTest, ExportWritesTheCollectionOrTheSelectedQuoteAsChosen)
 {
     for (const bool selectedOnly : {false, true}) {
+        mWindow->activateWindow(); // the keyboard comes back from the file dialog
+        ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
         if (selectedOnly)
             clickRow(1);
         QTest::keyClick(mWindow, Qt::Key_E, Qt::ControlModifier);
@@ -291,7 +293,7 @@ TEST_F(QuotesWindowTest, ExportWritesTheCollectionOrTheSelectedQuoteAsChosen)
             mHome.filePath(selectedOnly ? QStringLiteral("one.json") : QStringLiteral("all.json"));
         dialog->selectNameFilter(dialog->nameFilters().last()); // the collection's JSON
         dialog->selectFile(path);
-        dialog->accept();
+        static_cast<QDialog*>(dialog)->accept();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_EQ(mWindow->findChild<QFileDialog*>(), nullptr);
 
