@@ -151,17 +151,6 @@
         <source>%1 – %L2 quotes</source>
         <translation>%1 – %L2 Zitate</translation>
     </message>
-    <message id="QuotesSuccessfullyImportedTitle">
-        <source>Quotes Imported</source>
-        <translation>Zitate importiert</translation>
-    </message>
-    <message id="QuotesImported" numerus="yes">
-        <source>%n quote(s) were added to your collection.</source>
-        <translation>
-            <numerusform>%n Zitat wurde Ihrer Sammlung hinzugefügt.</numerusform>
-            <numerusform>%n Zitate wurden Ihrer Sammlung hinzugefügt.</numerusform>
-        </translation>
-    </message>
     <message id="NoOutputFileSpecified">
         <source>No Output File Specified</source>
         <translation>Keine Ausgabedatei festgelegt</translation>
@@ -195,8 +184,8 @@
         <translation>Trennzeile wählen</translation>
     </message>
     <message id="BatchImportSelectSeparatorDescription">
-        <source>Which line separates one quote from the next? These lines occur most often in the file (⏎ stands for a blank line).</source>
-        <translation>Welche Zeile trennt ein Zitat vom nächsten? Diese Zeilen kommen in der Datei am häufigsten vor (⏎ steht für eine Leerzeile).</translation>
+        <source>How are the quotes in “%1” separated? The first quotes of the chosen way are shown below.</source>
+        <translation>Wie sind die Zitate in „%1“ getrennt? Die ersten Zitate der gewählten Art stehen unten.</translation>
     </message>
     <message id="BatchImportImportButton">
         <source>Import</source>
@@ -304,6 +293,188 @@
     <message id="QuoteListNoMatch">
         <source>No quote matches “%1”.</source>
         <translation>Kein Zitat passt zu „%1“.</translation>
+    </message>
+    <message id="CommandLineImportOption">
+        <source>Add the quotes of FILE to the collection, without a window.</source>
+        <translation>Die Zitate aus FILE ohne Fenster zur Sammlung hinzufügen.</translation>
+    </message>
+    <message id="CommandLineSeparatorOption">
+        <source>How --import cuts text into quotes: a separator line such as &quot;%&quot;, or &quot;blank&quot; (blank lines), &quot;line&quot; (one quote per line), &quot;whole&quot; (one quote).</source>
+        <translation>Wie --import Text in Zitate teilt: eine Trennzeile wie &quot;%&quot; oder &quot;blank&quot; (Leerzeilen), &quot;line&quot; (ein Zitat pro Zeile), &quot;whole&quot; (ein Zitat).</translation>
+    </message>
+    <message id="CommandLineDryRunOption">
+        <source>With --import: say how each file would be cut and how many quotes it holds, and change nothing.</source>
+        <translation>Mit --import: für jede Datei sagen, wie sie geteilt würde und wie viele Zitate sie enthält, ohne etwas zu ändern.</translation>
+    </message>
+    <message id="CommandLineExportOption">
+        <source>Write the collection to FILE, without a window.</source>
+        <translation>Die Sammlung ohne Fenster in FILE schreiben.</translation>
+    </message>
+    <message id="CommandLineFormatOption">
+        <source>With --export: fortune, text or json (default: by FILE&apos;s extension, else fortune).</source>
+        <translation>Mit --export: fortune, text oder json (sonst nach der Endung von FILE, andernfalls fortune).</translation>
+    </message>
+    <message id="CommandLineFilesArgument">
+        <source>Files to import into the running window (or the one this starts).</source>
+        <translation>Dateien, die das laufende (oder hiermit gestartete) Fenster importiert.</translation>
+    </message>
+    <message id="CommandLineUnknownFormat">
+        <source>Unknown format &apos;%1&apos;; use fortune, text or json.</source>
+        <translation>Unbekanntes Format „%1“; fortune, text oder json verwenden.</translation>
+    </message>
+    <message id="CommandLineEmptySeparator">
+        <source>An empty separator cuts nothing; use &quot;blank&quot; for blank lines.</source>
+        <translation>Ein leeres Trennzeichen teilt nichts; für Leerzeilen &quot;blank&quot; verwenden.</translation>
+    </message>
+    <message id="AlreadyRunningImports">
+        <source>Quillbox2 is already running; it imports the files.</source>
+        <translation>Quillbox2 läuft bereits; es importiert die Dateien.</translation>
+    </message>
+    <message id="CommandLineOptionWithoutCommand">
+        <source>--separator and --dry-run go with --import, --format with --export.</source>
+        <translation>--separator und --dry-run gehören zu --import, --format zu --export.</translation>
+    </message>
+    <message id="CommandExportQuotes">
+        <source>Export Quotes…</source>
+        <translation>Zitate exportieren …</translation>
+    </message>
+    <message id="BatchImportSingleQuoteTitle">
+        <source>Import a Single Quote</source>
+        <translation>Ein einzelnes Zitat importieren</translation>
+    </message>
+    <message id="BatchImportSingleQuoteDescription">
+        <source>“%1” holds a single quote. Import it?</source>
+        <translation>„%1“ enthält ein einzelnes Zitat. Importieren?</translation>
+    </message>
+    <message id="BatchImportChoiceLine" numerus="yes">
+        <source>Lines “%1” — %Ln quote(s)</source>
+        <translation>
+            <numerusform>Zeilen „%1“ – %Ln Zitat</numerusform>
+            <numerusform>Zeilen „%1“ – %Ln Zitate</numerusform>
+        </translation>
+    </message>
+    <message id="BatchImportChoiceBlankLine" numerus="yes">
+        <source>Blank lines — %Ln quote(s)</source>
+        <translation>
+            <numerusform>Leerzeilen – %Ln Zitat</numerusform>
+            <numerusform>Leerzeilen – %Ln Zitate</numerusform>
+        </translation>
+    </message>
+    <message id="BatchImportChoiceOnePerLine" numerus="yes">
+        <source>One quote per line — %Ln quote(s)</source>
+        <translation>
+            <numerusform>Ein Zitat pro Zeile – %Ln Zitat</numerusform>
+            <numerusform>Ein Zitat pro Zeile – %Ln Zitate</numerusform>
+        </translation>
+    </message>
+    <message id="BatchImportChoiceWholeFile">
+        <source>The whole file as one quote</source>
+        <translation>Die ganze Datei als ein Zitat</translation>
+    </message>
+    <message id="ExportChooseFileTitle">
+        <source>Export Quotes</source>
+        <translation>Zitate exportieren</translation>
+    </message>
+    <message id="ExportFormatFortune">
+        <source>Fortune file, quotes between “%” lines (*.fortune *)</source>
+        <translation>Fortune-Datei, Zitate zwischen „%“-Zeilen (*.fortune *)</translation>
+    </message>
+    <message id="ExportFormatText">
+        <source>Plain text, quotes between blank lines (*.txt)</source>
+        <translation>Klartext, Zitate zwischen Leerzeilen (*.txt)</translation>
+    </message>
+    <message id="ExportFormatJson">
+        <source>Quillbox2 collection (*.json)</source>
+        <translation>Quillbox2-Sammlung (*.json)</translation>
+    </message>
+    <message id="ExportDefaultFileName">
+        <source>quotes</source>
+        <translation>zitate</translation>
+    </message>
+    <message id="ExportSelectionOnly">
+        <source>Only the selected quotes</source>
+        <translation>Nur die ausgewählten Zitate</translation>
+    </message>
+    <message id="ExportFailed">
+        <source>The quotes could not be exported to “%1”: %2</source>
+        <translation>Die Zitate konnten nicht nach „%1“ exportiert werden: %2</translation>
+    </message>
+    <message id="ExportSummary" numerus="yes">
+        <source>Exported %Ln quote(s) to “%1”.</source>
+        <translation>
+            <numerusform>%Ln Zitat nach „%1“ exportiert.</numerusform>
+            <numerusform>%Ln Zitate nach „%1“ exportiert.</numerusform>
+        </translation>
+    </message>
+    <message id="ExportQuotesHoldingSeparator" numerus="yes">
+        <source>%Ln of them hold their own separator and will not read back alone.</source>
+        <translation>
+            <numerusform>%Ln davon enthält sein eigenes Trennzeichen und wird nicht einzeln zurückgelesen.</numerusform>
+            <numerusform>%Ln davon enthalten ihr eigenes Trennzeichen und werden nicht einzeln zurückgelesen.</numerusform>
+        </translation>
+    </message>
+    <message id="ImportSummaryOneFile" numerus="yes">
+        <source>Imported %Ln quote(s) from “%1”.</source>
+        <translation>
+            <numerusform>%Ln Zitat aus „%1“ importiert.</numerusform>
+            <numerusform>%Ln Zitate aus „%1“ importiert.</numerusform>
+        </translation>
+    </message>
+    <message id="ImportSummaryFiles" numerus="yes">
+        <source>Imported %Ln quote(s) from %1 files.</source>
+        <translation>
+            <numerusform>%Ln Zitat aus %1 Dateien importiert.</numerusform>
+            <numerusform>%Ln Zitate aus %1 Dateien importiert.</numerusform>
+        </translation>
+    </message>
+    <message id="ImportSummaryDuplicates" numerus="yes">
+        <source>%Ln of them were already in the collection.</source>
+        <translation>
+            <numerusform>%Ln davon war schon in der Sammlung.</numerusform>
+            <numerusform>%Ln davon waren schon in der Sammlung.</numerusform>
+        </translation>
+    </message>
+    <message id="ImportSummaryUnreadableFiles" numerus="yes">
+        <source>%Ln file(s) could not be read.</source>
+        <translation>
+            <numerusform>%Ln Datei konnte nicht gelesen werden.</numerusform>
+            <numerusform>%Ln Dateien konnten nicht gelesen werden.</numerusform>
+        </translation>
+    </message>
+    <message id="ImportSkipDuplicatesButton">
+        <source>Skip Duplicates</source>
+        <translation>Doppelte überspringen</translation>
+    </message>
+    <message id="ImportUndoButton">
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message id="CommandLineCannotImport">
+        <source>%1: cannot import: %2</source>
+        <translation>%1: Import nicht möglich: %2</translation>
+    </message>
+    <message id="CommandLineDryRun" numerus="yes">
+        <source>%1: %Ln quote(s), separator “%2”</source>
+        <translation>
+            <numerusform>%1: %Ln Zitat, Trennzeichen „%2“</numerusform>
+            <numerusform>%1: %Ln Zitate, Trennzeichen „%2“</numerusform>
+        </translation>
+    </message>
+    <message id="CommandLineNoCollection">
+        <source>no place for the collection (is $HOME set?)</source>
+        <translation>kein Ort für die Sammlung (ist $HOME gesetzt?)</translation>
+    </message>
+    <message id="CommandLineCollectionUnreadable">
+        <source>%1: the collection cannot be read, so it is left alone</source>
+        <translation>%1: Die Sammlung kann nicht gelesen werden und bleibt unverändert</translation>
+    </message>
+    <message id="CommandLineCollectionNotSaved">
+        <source>%1: the collection could not be saved</source>
+        <translation>%1: Die Sammlung konnte nicht gesichert werden</translation>
+    </message>
+    <message id="CommandLineCannotExport">
+        <source>%1: cannot export: %2</source>
+        <translation>%1: Export nicht möglich: %2</translation>
     </message>
 </context>
 <context>

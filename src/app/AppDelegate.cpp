@@ -6,6 +6,7 @@
 #include "core/FolderHelper.h"
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
+#include "import/QuoteBatchImportHelper.h"
 #include "logging/Log.h"
 #include "logging/ULog.h"
 #include "model/QuoteEditHelper.h"
@@ -182,4 +183,17 @@ void QBAppDelegate::bringWindowToFront()
     mQuotesWindowController->show();
     mQuotesWindowController->raise();
     mQuotesWindowController->activateWindow();
+}
+
+void QBAppDelegate::importFiles(const QStringList& files, const QString& separator)
+{
+    logInfoMessage(QStringLiteral("Asked to import %1 file(s)").arg(files.size()));
+    if (mQuotesWindowController) {
+        mQuotesWindowController->show();
+        mQuotesWindowController->raise();
+        mQuotesWindowController->activateWindow();
+    }
+    QBQuoteBatchImportHelper::importFiles(
+        files, separator.isEmpty() ? std::nullopt
+                                   : std::make_optional(QBSeparatorChoice::fromName(separator)));
 }

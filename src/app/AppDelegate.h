@@ -39,6 +39,9 @@ public:
     void showAboutWindow();
     // Another launch of the program asked for the window: shows, raises and activates it.
     void bringWindowToFront();
+    // Files named on a command line or handed over by another launch: brings the window
+    // to the front and imports them (|separator| as --separator names it, or empty).
+    void importFiles(const QStringList& files, const QString& separator);
 
     // <user library folder>/Logs/<process name>.log, or empty without a library folder.
     static QString getPathToLogFile();

@@ -6,6 +6,7 @@
 #include "app/QuotesEditorViewController.h"
 #include "app/WindowMemory.h"
 #include "import/BatchImportDialogs.h"
+#include "import/FileDropImport.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "logging/Log.h"
 #include "logging/ULog.h"
@@ -31,12 +32,6 @@
 #include <QStyle>
 #include <QTimer>
 
-namespace {
-
-constexpr int kImportReportDelayMs = 1000;
-
-} // namespace
-
 QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, QWidget* parent)
     : QMainWindow(parent), mUi(std::make_unique<Ui::QBQuotesWindow>()), mUndoManager(undoManager)
 {
@@ -53,6 +48,7 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     // Imports ask their questions on this window and are undone with its other edits.
     QBBatchImportDialogs::setParentWindow(this);
     QBQuoteBatchImportHelper::setUndoManager(undoManager);
+    installFileDropImport(this);
     LMViewInstaller::installViewSameSizeAsSuperInto(mEditorArea, mUi->areaPlaceholderView);
     QBAppearanceHelper::setGradientBackground(mUi->areaPlaceholderView);
     refreshWindowTitle();
@@ -130,6 +126,9 @@ void QBQuotesWindowController::createActions()
     //% "Import Quotes…"
     makeAction(mImportAction, "importQuotesAction", qtTrId("CommandImportQuotes"),
                QKeySequence(Qt::CTRL | Qt::Key_I), &QBQuotesWindowController::startBatchImport);
+    //% "Export Quotes…"
+    makeAction(mExportAction, "exportQuotesAction", qtTrId("CommandExportQuotes"),
+               QKeySequence(Qt::CTRL | Qt::Key_E), &QBQuotesWindowController::startExport);
     //% "Settings…"
     makeAction(mSettingsAction, "settingsAction", qtTrId("CommandSettings"),
                QKeySequence(Qt::CTRL | Qt::Key_Comma), &QBQuotesWindowController::switchToSettings);
@@ -177,7 +176,7 @@ void QBQuotesWindowController::installQuotesMenu()
     mQuotesMenu->addSeparator();
     mQuotesMenu->addActions({mAddAction, mRemoveAction, mRemoveAllAction});
     mQuotesMenu->addSeparator();
-    mQuotesMenu->addActions({mImportAction, mSettingsAction});
+    mQuotesMenu->addActions({mImportAction, mExportAction, mSettingsAction});
     const QList<QAction*> menus = menuBar()->actions();
     // Before Help, which by custom is the last menu.
     menuBar()->insertMenu(menus.isEmpty() ? nullptr : menus.last(), mQuotesMenu);
@@ -410,13 +409,9 @@ void QBQuotesWindowController::handleQuoteRemoved(const QVariantMap& userInfo)
 
 void QBQuotesWindowController::handleQuotesImported(const QVariantMap& userInfo)
 {
-    const int count = userInfo.value(QBKeyImportedQuotesCount).toInt();
-    QTimer::singleShot(kImportReportDelayMs, this, [count] {
-        //% "Quotes Imported"
-        QBAlert::shared().infoWithTitle(qtTrId("QuotesSuccessfullyImportedTitle"),
-                                        //% "%n quote(s) were added to your collection."
-                                        qtTrId("QuotesImported", count));
-    });
+    // The import itself reports what it did in the message bar.
+    logInfoMessage(
+        QStringLiteral("%1 quotes imported").arg(userInfo.value(QBKeyImportedQuotesCount).toInt()));
     rebuildQuotesArray();
 }
 
@@ -453,6 +448,14 @@ void QBQuotesWindowController::startBatchImport()
 {
     logInfoMessage(QStringLiteral("Launching batch import"));
     QBQuoteBatchImportHelper::importFromTextFile();
+}
+
+void QBQuotesWindowController::startExport()
+{
+    std::vector<CQuoteRecord> selection;
+    if (const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote())
+        selection.emplace_back(quote->content().toStdString(), quote->quoteUID().toStdString());
+    QBQuoteBatchImportHelper::exportFromWindow(std::move(selection));
 }
 
 void QBQuotesWindowController::addQuote()

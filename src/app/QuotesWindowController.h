@@ -34,6 +34,8 @@ public:
     // Commands.
     void chooseQuote();
     void startBatchImport();
+    // Asks where and how to export the collection (or the selected quote) and writes it.
+    void startExport();
     void addQuote();
     void removeCurrentQuote();
     void removeAllQuotes();
@@ -109,6 +111,7 @@ private:
     QAction* mRemoveAction = nullptr;
     QAction* mRemoveAllAction = nullptr;
     QAction* mImportAction = nullptr;
+    QAction* mExportAction = nullptr;
     QAction* mSettingsAction = nullptr;
     QAction* mEditAction = nullptr;
     QAction* mFindAction = nullptr;

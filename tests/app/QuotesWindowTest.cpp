@@ -9,16 +9,21 @@
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "util/NotificationCenter.h"
+#include "util/UserMessages.h"
 
 #include "LaunchedAppFixture.h"
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -329,19 +334,72 @@ TEST_F(QuotesWindowTest, ChoosingAQuoteWritesTheSignatureFileOrAsksForAnOutputFi
     EXPECT_EQ(signatureText(signature), QStringLiteral("..."));
 }
 
-TEST_F(QuotesWindowTest, AnImportShowsAtOnceAndIsReportedASecondLater)
+TEST_F(QuotesWindowTest, DroppedFilesAreOneImportReportedInTheMessageBarWithUndo)
 {
-    QElapsedTimer clock;
-    clock.start();
-    QBQuoteEditHelper::addQuotesFromStringArray({QStringLiteral("One"), QStringLiteral("Two")});
-    EXPECT_EQ(rows(), mSeedCount + 2);
-    EXPECT_EQ(mList->model()->index(rows() - 1, 0).data(), QStringLiteral("Two"));
+    QStringList files;
+    for (const char* text : {"One\n%\nTwo\n", "Three\n\nFour\n"}) {
+        files << mHome.filePath(QStringLiteral("drop %1.txt").arg(files.size()));
+        ASSERT_TRUE(writeFileBytes(files.last(), text));
+    }
+    auto* data = new QMimeData;
+    QList<QUrl> urls;
+    for (const QString& file : files)
+        urls << QUrl::fromLocalFile(file);
+    data->setUrls(urls);
+    const QPoint middle = mWindow->rect().center();
+    QDragEnterEvent enter(middle, Qt::CopyAction, data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(mWindow, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(middle, Qt::CopyAction, data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(mWindow, &drop);
+    delete data;
+
+    EXPECT_EQ(rows(), mSeedCount + 4);
+    EXPECT_EQ(mList->model()->index(rows() - 1, 0).data(), QStringLiteral("Four"));
+    const QBUserMessage& message = QBUserMessages::shared().lastMessage();
+    EXPECT_EQ(message.kind, QBUserMessage::Kind::Success);
+    EXPECT_EQ(message.text, QStringLiteral("Imported 4 quotes from 2 files."));
+    EXPECT_EQ(message.actionText, QStringLiteral("Undo"));
+    ASSERT_TRUE(message.action);
+    message.action(); // both files in one step
+    EXPECT_EQ(rows(), mSeedCount);
+    EXPECT_EQ(int(savedQuotes().size()), mSeedCount);
+    QTest::qWait(1200); // the old alert a second later is gone for good
     EXPECT_EQ(openAlert(), nullptr);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return openAlert() != nullptr; }, 3000));
-    EXPECT_GE(clock.elapsed(), 900);
-    EXPECT_EQ(openAlert()->windowTitle(), QStringLiteral("Quotes Imported"));
-    EXPECT_TRUE(openAlert()->text().contains(QLatin1Char('2')))
-        << openAlert()->text().toStdString();
+}
+
+TEST_F(QuotesWindowTest, ExportWritesTheCollectionOrTheSelectedQuoteAsChosen)
+{
+    for (const bool selectedOnly : {false, true}) {
+        mWindow->activateWindow(); // the keyboard comes back from the file dialog
+        ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
+        if (selectedOnly)
+            clickRow(1);
+        QTest::keyClick(mWindow, Qt::Key_E, Qt::ControlModifier);
+        auto* dialog = mWindow->findChild<QFileDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
+        auto* onlySelected = dialog->findChild<QCheckBox*>(QStringLiteral("exportSelectionOnly"));
+        ASSERT_EQ(onlySelected != nullptr, selectedOnly); // offered with a selection only
+        if (onlySelected != nullptr)
+            onlySelected->setChecked(true);
+        const QString path =
+            mHome.filePath(selectedOnly ? QStringLiteral("one.json") : QStringLiteral("all.json"));
+        dialog->selectNameFilter(dialog->nameFilters().last()); // the collection's JSON
+        dialog->selectFile(path);
+        static_cast<QDialog*>(dialog)->accept();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(mWindow->findChild<QFileDialog*>(), nullptr);
+
+        std::vector<CQuoteRecord> exported;
+        readQuotesFile(path.toStdString(), exported);
+        ASSERT_EQ(int(exported.size()), selectedOnly ? 1 : mSeedCount);
+        EXPECT_EQ(QString::fromStdString(exported.front().mUID), uidOfRow(selectedOnly ? 1 : 0));
+        EXPECT_EQ(QBUserMessages::shared().lastMessage().text,
+                  selectedOnly
+                      ? QStringLiteral("Exported 1 quote to “one.json”.")
+                      : QStringLiteral("Exported %1 quotes to “all.json”.").arg(mSeedCount));
+    }
 }
 
 TEST_F(QuotesWindowTest, FilterKeepsTheSelectionWhileItMatches)
