@@ -349,23 +349,23 @@
     </message>
     <message id="BatchImportChoiceLine" numerus="yes">
         <source>Lines “%1” — %Ln quote(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Lines “%1” — %Ln quote</numerusform>
+            <numerusform>Lines “%1” — %Ln quotes</numerusform>
         </translation>
     </message>
     <message id="BatchImportChoiceBlankLine" numerus="yes">
         <source>Blank lines — %Ln quote(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Blank lines — %Ln quote</numerusform>
+            <numerusform>Blank lines — %Ln quotes</numerusform>
         </translation>
     </message>
     <message id="BatchImportChoiceOnePerLine" numerus="yes">
         <source>One quote per line — %Ln quote(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>One quote per line — %Ln quote</numerusform>
+            <numerusform>One quote per line — %Ln quotes</numerusform>
         </translation>
     </message>
     <message id="BatchImportChoiceWholeFile">
@@ -402,44 +402,44 @@
     </message>
     <message id="ExportSummary" numerus="yes">
         <source>Exported %Ln quote(s) to “%1”.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Exported %Ln quote to “%1”.</numerusform>
+            <numerusform>Exported %Ln quotes to “%1”.</numerusform>
         </translation>
     </message>
     <message id="ExportQuotesHoldingSeparator" numerus="yes">
         <source>%Ln of them hold their own separator and will not read back alone.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%Ln of them holds its own separator and will not read back alone.</numerusform>
+            <numerusform>%Ln of them hold their own separator and will not read back alone.</numerusform>
         </translation>
     </message>
     <message id="ImportSummaryOneFile" numerus="yes">
         <source>Imported %Ln quote(s) from “%1”.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Imported %Ln quote from “%1”.</numerusform>
+            <numerusform>Imported %Ln quotes from “%1”.</numerusform>
         </translation>
     </message>
     <message id="ImportSummaryFiles" numerus="yes">
         <source>Imported %Ln quote(s) from %1 files.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Imported %Ln quote from %1 files.</numerusform>
+            <numerusform>Imported %Ln quotes from %1 files.</numerusform>
         </translation>
     </message>
     <message id="ImportSummaryDuplicates" numerus="yes">
         <source>%Ln of them were already in the collection.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%Ln of them was already in the collection.</numerusform>
+            <numerusform>%Ln of them were already in the collection.</numerusform>
         </translation>
     </message>
     <message id="ImportSummaryUnreadableFiles" numerus="yes">
         <source>%Ln file(s) could not be read.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%Ln file could not be read.</numerusform>
+            <numerusform>%Ln files could not be read.</numerusform>
         </translation>
     </message>
     <message id="ImportSkipDuplicatesButton">
@@ -456,9 +456,9 @@
     </message>
     <message id="CommandLineDryRun" numerus="yes">
         <source>%1: %Ln quote(s), separator “%2”</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%1: %Ln quote, separator “%2”</numerusform>
+            <numerusform>%1: %Ln quotes, separator “%2”</numerusform>
         </translation>
     </message>
     <message id="CommandLineNoCollection">
