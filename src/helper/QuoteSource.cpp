@@ -4,12 +4,14 @@
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
 #include "helper/QuoteCycle.h"
+#include "signature/SharedUserDefaults.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <exception>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -20,11 +22,33 @@ QString noQuotesProblem(const QString& shownPath)
     return QStringLiteral("The quotes database '%1' holds no quotes").arg(shownPath);
 }
 
+QString nothingFitsProblem(std::size_t quoteCount, const QBSignatureSettings& settings)
+{
+    return QStringLiteral("None of the %1 quotes fits in the signature's %2 lines; nothing "
+                          "was written")
+        .arg(QString::number(quoteCount), QString::number(settings.maxLines));
+}
+
+// The cycle's step among |uids|, taking only quotes whose text (by index) fits.
+std::string nextFitting(const std::vector<std::string_view>& uids,
+                        const QBSignatureSettings& settings,
+                        const std::function<QString(std::size_t)>& textAt)
+{
+    QBQuoteCycle cycle(QBHelperQuoteSource::cycleStatePath());
+    if (settings.maxLines <= 0) {
+        return cycle.next(uids);
+    }
+    return cycle.next(uids, [&](std::size_t index) {
+        return QBSignatureComposer::fits(textAt(index), settings);
+    });
+}
+
 // The quick way: a file of the usual shape, read without copying and decoding only the
 // chosen quote. Nothing when the file has another shape or is damaged, or when the full
 // reader would change a UID (it replaces an empty one; an escaped one would need decoding).
 std::optional<QBHelperQuoteSource::Pick> pickInPlace(std::string_view document,
-                                                     const QString& shownPath)
+                                                     const QString& shownPath,
+                                                     const QBSignatureSettings& settings)
 {
     std::vector<std::string_view> uids;
     std::vector<std::string_view> contents;
@@ -46,16 +70,21 @@ std::optional<QBHelperQuoteSource::Pick> pickInPlace(std::string_view document,
         pick.problem = noQuotesProblem(shownPath);
         return pick;
     }
-    const std::string wanted = QBQuoteCycle(QBHelperQuoteSource::cycleStatePath()).next(uids);
+    const std::string wanted = nextFitting(uids, settings, [&contents](std::size_t index) {
+        return QString::fromStdString(decodedQuoteText(contents[index]));
+    });
     const auto found = std::find(uids.cbegin(), uids.cend(), wanted);
-    if (found != uids.cend()) {
+    if (wanted.empty()) {
+        pick.problem = nothingFitsProblem(uids.size(), settings);
+    } else if (found != uids.cend()) {
         pick.content = decodedQuoteText(contents[static_cast<std::size_t>(found - uids.cbegin())]);
     }
     return pick;
 }
 
 // Any other shape, and the errors of a damaged file, come from the application's reader.
-QBHelperQuoteSource::Pick pickFromRecords(const std::string& path, const QString& shownPath)
+QBHelperQuoteSource::Pick pickFromRecords(const std::string& path, const QString& shownPath,
+                                          const QBSignatureSettings& settings)
 {
     QBHelperQuoteSource::Pick pick;
     std::vector<CQuoteRecord> quotes;
@@ -75,11 +104,15 @@ QBHelperQuoteSource::Pick pickFromRecords(const std::string& path, const QString
     for (const CQuoteRecord& quote : quotes) {
         uids.emplace_back(quote.mUID);
     }
-    const std::string wanted = QBQuoteCycle(QBHelperQuoteSource::cycleStatePath()).next(uids);
+    const std::string wanted = nextFitting(uids, settings, [&quotes](std::size_t index) {
+        return QString::fromStdString(quotes[index].mContent);
+    });
     const auto found =
         std::find_if(quotes.cbegin(), quotes.cend(),
                      [&wanted](const CQuoteRecord& quote) { return quote.mUID == wanted; });
-    if (found != quotes.cend()) {
+    if (wanted.empty()) {
+        pick.problem = nothingFitsProblem(uids.size(), settings);
+    } else if (found != quotes.cend()) {
         pick.content = found->mContent;
     }
     return pick;
@@ -87,7 +120,8 @@ QBHelperQuoteSource::Pick pickFromRecords(const std::string& path, const QString
 
 } // namespace
 
-QBHelperQuoteSource::Pick QBHelperQuoteSource::nextQuote(Access access)
+QBHelperQuoteSource::Pick QBHelperQuoteSource::nextQuote(Access access,
+                                                         const QBSignatureSettings& settings)
 {
     const std::optional<std::string> path = QBQuotesDBHelper::getPathToQuotesDb();
     const QString shownPath = path ? QString::fromStdString(*path)
@@ -115,8 +149,23 @@ QBHelperQuoteSource::Pick QBHelperQuoteSource::nextQuote(Access access)
             document = std::string_view(copy.constData(), static_cast<std::size_t>(copy.size()));
         }
     }
-    std::optional<Pick> pick = pickInPlace(document, shownPath);
-    return pick ? std::move(*pick) : pickFromRecords(*path, shownPath);
+    std::optional<Pick> pick = pickInPlace(document, shownPath, settings);
+    return pick ? std::move(*pick) : pickFromRecords(*path, shownPath, settings);
+}
+
+QBHelperQuoteSource::Signature QBHelperQuoteSource::nextSignature(Access access, Output output)
+{
+    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
+    suite.suiteUserDefaults().synchronize();
+    QBSignatureSettings settings = QBSignatureSettings::fromDefaults(suite.suiteUserDefaults());
+    settings.html = settings.html && output == Output::SignatureFile;
+    const Pick pick = nextQuote(access, settings);
+    if (!pick.content) {
+        return {QByteArray(),
+                pick.problem.isEmpty() ? QStringLiteral("No quote to show") : pick.problem};
+    }
+    return {QBSignatureComposer::compose(QString::fromStdString(*pick.content), settings).bytes,
+            QString()};
 }
 
 QString QBHelperQuoteSource::cycleStatePath()

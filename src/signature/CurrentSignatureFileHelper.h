@@ -41,11 +41,13 @@ public:
         std::vector<std::pair<qblog::Level, QString>> messages;
     };
     static WriteResult writeSignature(const QString& content);
+    // The same with the file's bytes already composed (QBSignatureComposer).
+    static WriteResult writeSignatureBytes(const QByteArray& bytes);
     // Logs |messages| in order at their levels.
     static void logMessages(const std::vector<std::pair<qblog::Level, QString>>& messages);
 
-    // The bytes written for |content|: UTF-8 with one final line break added to a
-    // non-empty text that lacks one.
+    // The bytes written for |content| alone, without template or fit rules: UTF-8 with
+    // one final line break added to a non-empty text that lacks one.
     static QByteArray signatureBytes(const QString& content);
 
     // Whether the path lies in the cloud-drive folder (case-sensitive test).
