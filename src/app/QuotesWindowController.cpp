@@ -16,6 +16,7 @@
 #include "ui/ViewInstaller.h"
 #include "util/UndoManager.h"
 #include "util/UserDefaults.h"
+#include "util/UserMessages.h"
 
 #include "ui_QBQuotesWindow.h"
 
@@ -386,10 +387,23 @@ void QBQuotesWindowController::chooseQuote()
     if (quote == nullptr)
         return;
     logInfoMessage(QStringLiteral("Making <%1> the current signature").arg(quote->quoteUID()));
-    if (!QBUserDefaults::standardUserDefaults()
-             .stringForKey(QBDefaultsSignatureOutputPath)
-             .isEmpty()) {
-        QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(quote->content());
+    QBUserDefaults& defaults = QBUserDefaults::standardUserDefaults();
+    if (!defaults.stringForKey(QBDefaultsSignatureOutputPath).isEmpty()) {
+        QBComposedSignature composed;
+        // Written even when it is longer than the limit: the user asked for this quote.
+        if (QBCurrentSignatureFileHelper::writeQuoteAsSignature(quote->content(), defaults,
+                                                                &composed) &&
+            !composed.fits) {
+            QBUserMessage message;
+            message.kind = QBUserMessage::Kind::Warning;
+            //% "The quote takes %1 lines, more than the signature's limit of %2; it was "
+            //% "written all the same."
+            message.text = qtTrId("SignatureLongerThanLimit")
+                               .arg(composed.quoteLines)
+                               .arg(QBSignatureSettings::fromDefaults(defaults).maxLines);
+            message.topic = QStringLiteral("SignatureLongerThanLimit");
+            QBUserMessages::shared().show(message);
+        }
         return;
     }
     //% "No Output File Specified"
@@ -402,7 +416,8 @@ void QBQuotesWindowController::handleWriteCurrentQuote()
 {
     const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote();
     const QString content = quote != nullptr ? quote->content() : QStringLiteral("...");
-    if (!QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(content)) {
+    if (!QBCurrentSignatureFileHelper::writeQuoteAsSignature(
+            content, QBUserDefaults::standardUserDefaults())) {
         logWarningMessage(
             QStringLiteral("Failed to write current quote - bookmark may be invalid"));
         chooseQuote();

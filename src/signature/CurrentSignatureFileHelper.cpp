@@ -6,7 +6,6 @@
 #include "signature/FileReplacer.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
-#include "signature/SignatureComposer.h"
 
 QString QBCurrentSignatureFileHelper::bookmarkBasePath()
 {
@@ -86,6 +85,20 @@ bool QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(const QStr
 {
     const WriteResult result = writeSignature(content);
     logMessages(result.messages);
+    return result.written;
+}
+
+bool QBCurrentSignatureFileHelper::writeQuoteAsSignature(const QString& quote,
+                                                         const QBUserDefaults& defaults,
+                                                         QBComposedSignature* composed)
+{
+    QBComposedSignature signature =
+        QBSignatureComposer::compose(quote, QBSignatureSettings::fromDefaults(defaults));
+    const WriteResult result = writeSignatureBytes(signature.bytes);
+    logMessages(result.messages);
+    if (composed != nullptr) {
+        *composed = std::move(signature);
+    }
     return result.written;
 }
 

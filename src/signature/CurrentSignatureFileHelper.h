@@ -1,6 +1,7 @@
 #pragma once
 
 #include "logging/Log.h"
+#include "signature/SignatureComposer.h"
 
 #include <QString>
 #include <QUrl>
@@ -32,6 +33,11 @@ public:
     // the bookmark is missing, broken or stale, or the write fails; the bookmark is then
     // left as it was.
     static bool writeToCurrentSignatureFileContent(const QString& content);
+
+    // Composes |quote| by the signature settings in |defaults| (QBSignatureComposer) and
+    // writes the result as above; |composed| receives what was composed.
+    static bool writeQuoteAsSignature(const QString& quote, const QBUserDefaults& defaults,
+                                      QBComposedSignature* composed = nullptr);
 
     // The same write, with the lines it would log handed back instead, for a caller that
     // retries on a timer and logs a repeated failure only once.

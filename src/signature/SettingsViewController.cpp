@@ -2,9 +2,11 @@
 
 #include "logging/ULog.h"
 #include "model/Notifications.h"
+#include "model/QuoteValueObject.h"
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
+#include "signature/SignatureSection.h"
 #include "telemetry/QBTelemetryHelper.h"
 #include "ui/Alert.h"
 #include "ui/HelpBook.h"
@@ -14,6 +16,7 @@
 
 #include <QCheckBox>
 #include <QLocale>
+#include <QTimer>
 
 namespace {
 
@@ -42,6 +45,10 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
       mStandardDefaults(standardDefaults), mMirror(standardDefaults, sharedDefaults)
 {
     mUi->setupUi(this);
+    // Above the spacer that keeps the help button at the bottom.
+    mSignatureSection = new QBSignatureSection(standardDefaults, this);
+    mUi->mainLayout->insertWidget(
+        mUi->mainLayout->indexOf(mUi->usageStatisticsUnavailableLabel) + 1, mSignatureSection);
     connect(mUi->changeIntervalPopupButton, &QComboBox::activated, this,
             &QBSettingsViewController::handleChangeIntervalSelected);
     connect(mUi->clickablePathField, &LMClickableLabel::clicked, this,
@@ -59,12 +66,33 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
                 userDefaultsDidChange();
             }
         });
+    // The preview follows the list's selection and the edits of the selected quote.
+    mSelectionObserver = QBNotificationCenter::defaultCenter().addObserver(
+        QBQuoteSelectedNotification, [this](const QBNotification& notification) {
+            mPreviewedQuote = qobject_cast<QBQuoteValueObject*>(notification.object);
+            mSignatureSection->setPreviewQuote(mPreviewedQuote ? mPreviewedQuote->content()
+                                                               : QString());
+        });
+    mQuoteUpdateObserver = QBNotificationCenter::defaultCenter().addObserver(
+        QBQuoteDidUpdateNotification, [this](const QBNotification& notification) {
+            if (mPreviewedQuote && notification.userInfo.value(QBKeyQuoteUID).toString() ==
+                                       mPreviewedQuote->quoteUID()) {
+                // After the value object itself has taken the new text.
+                QTimer::singleShot(0, this, [this] {
+                    if (mPreviewedQuote) {
+                        mSignatureSection->setPreviewQuote(mPreviewedQuote->content());
+                    }
+                });
+            }
+        });
     updateControls();
 }
 
 QBSettingsViewController::~QBSettingsViewController()
 {
     QBNotificationCenter::defaultCenter().removeObserver(mDefaultsObserver);
+    QBNotificationCenter::defaultCenter().removeObserver(mSelectionObserver);
+    QBNotificationCenter::defaultCenter().removeObserver(mQuoteUpdateObserver);
 }
 
 void QBSettingsViewController::bindCheckBox(QCheckBox* checkBox, const QString& key)
@@ -94,6 +122,7 @@ void QBSettingsViewController::updateControls()
     const QString path = mStandardDefaults.stringForKey(QBDefaultsSignatureOutputPath);
     //% "Click to choose the signature file"
     mUi->clickablePathField->setText(path.isEmpty() ? qtTrId("SettingsNoOutputFile") : path);
+    mSignatureSection->updateFromDefaults();
 }
 
 void QBSettingsViewController::showEvent(QShowEvent* event)
