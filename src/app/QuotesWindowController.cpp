@@ -1,6 +1,7 @@
 #include "app/QuotesWindowController.h"
 
 #include "app/EditorAreaViewController.h"
+#include "app/SignatureFitControl.h"
 #include "import/BatchImportDialogs.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "logging/Log.h"
@@ -175,6 +176,11 @@ void QBQuotesWindowController::setUpList()
         mFindAction->text(), mFindAction->shortcut().toString(QKeySequence::NativeText)));
     connect(mUi->filterField, &QLineEdit::textChanged, this,
             &QBQuotesWindowController::setFilterText);
+    mSignatureFit = new QBSignatureFitControl(
+        QBUserDefaults::standardUserDefaults(), mQuotesArrayController, list,
+        [this](const std::function<void()>& change) { rearrangeKeepingSelection(change); }, this);
+    mUi->listPanelLayout->insertWidget(mUi->listPanelLayout->indexOf(mUi->filterField) + 1,
+                                       mSignatureFit->onlyTooLongCheckBox());
     connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &QBQuotesWindowController::followSelection);
     connect(list, &QListView::doubleClicked, this,
@@ -300,10 +306,15 @@ void QBQuotesWindowController::handleNewQuoteSelected()
 
 void QBQuotesWindowController::setFilterText(const QString& text)
 {
-    // The selected quote stays selected while it matches.
+    rearrangeKeepingSelection([this, &text] { mQuotesArrayController->setFilterText(text); });
+}
+
+void QBQuotesWindowController::rearrangeKeepingSelection(const std::function<void()>& change)
+{
+    // The selected quote stays selected while it is still shown.
     const std::shared_ptr<QBQuoteValueObject> selected = selectedQuote();
     mRearranging = true;
-    mQuotesArrayController->setFilterText(text);
+    change();
     if (selected != nullptr)
         selectRow(mQuotesArrayController->rowOfObject(selected.get()));
     mRearranging = false;
