@@ -88,9 +88,9 @@ QVariant QBQuotesListModel::data(const QModelIndex& index, int role) const
     }
     case Qt::ToolTipRole:
         if (isTooLong(sourceIndex)) {
-            //% "%1\n\n(Longer than the signature's line limit: the automatic changes pass "
-            //% "over it.)"
-            return qtTrId("QuotesListTooLongToolTip").arg(mSource->contentAt(sourceIndex));
+            //% "Longer than the signature's line limit: the automatic changes pass over it."
+            return mSource->contentAt(sourceIndex) + QStringLiteral("\n\n") +
+                   qtTrId("QuotesListTooLongNote");
         }
         return mSource->contentAt(sourceIndex);
     case TooLongForSignatureRole:
