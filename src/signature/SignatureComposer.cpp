@@ -3,8 +3,6 @@
 #include "signature/SettingsKeys.h"
 #include "util/UserDefaults.h"
 
-#include <QStringIterator>
-
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -166,9 +164,14 @@ int QBSignatureComposer::displayWidth(char32_t codePoint)
 int QBSignatureComposer::displayWidth(QStringView text)
 {
     int width = 0;
-    QStringIterator iterator(text);
-    while (iterator.hasNext()) {
-        width += displayWidth(iterator.next());
+    for (qsizetype index = 0; index < text.size(); ++index) {
+        char32_t codePoint = text[index].unicode();
+        if (QChar::isHighSurrogate(codePoint) && index + 1 < text.size() &&
+            text[index + 1].isLowSurrogate()) {
+            codePoint = QChar::surrogateToUcs4(text[index], text[index + 1]);
+            ++index;
+        }
+        width += displayWidth(codePoint);
     }
     return width;
 }
