@@ -195,13 +195,14 @@ TEST_F(HelperProcessTest, TheApplicationTheRotationAndPrintWriteTheSameComposedB
     setSuiteValue(QBDefaultsSignatureWrapColumn, 20);
     setSuiteValue(QBDefaultsSignatureMaxLines, 2);
     // What Use as Signature writes, by the same settings.
-    const auto appWrites = [&signature](const QString& quote, bool fits) {
+    QString written = signature;
+    const auto appWrites = [&written](const QString& quote, bool fits) {
         QBComposedSignature composed;
         EXPECT_TRUE(QBCurrentSignatureFileHelper::writeQuoteAsSignature(
             quote, QBSharedUserDefaults(QBSharedUserDefaults::suitePath()).suiteUserDefaults(),
             &composed));
         EXPECT_EQ(composed.fits, fits) << quote.toStdString();
-        return readFileBytes(signature);
+        return readFileBytes(written);
     };
     const QByteArray plain = appWrites(fitting, true);
     EXPECT_EQ(plain, QByteArray("Jane Doe · +1 555 0100\nShort & <sweet> 漢字\n"));
@@ -225,6 +226,7 @@ TEST_F(HelperProcessTest, TheApplicationTheRotationAndPrintWriteTheSameComposedB
     const QString html = QFileInfo(signature).absolutePath() + QStringLiteral("/sig.html");
     QBCurrentSignatureFileHelper::createSecurityScopedBookmarkForPath(QUrl::fromLocalFile(html));
     setSuiteValue(QBDefaultsSignatureOutputPath, html);
+    written = html;
     const QByteArray fragment = appWrites(fitting, true);
     EXPECT_EQ(fragment, QByteArray("<div class=\"quillbox2-signature\">Jane Doe · +1 555 0100"
                                    "<div class=\"quillbox2-quote\">Short &amp; &lt;sweet&gt; 漢字"
