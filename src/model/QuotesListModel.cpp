@@ -89,8 +89,8 @@ QVariant QBQuotesListModel::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole:
         if (isTooLong(sourceIndex)) {
             //% "Longer than the signature's line limit: the automatic changes pass over it."
-            return mSource->contentAt(sourceIndex) + QStringLiteral("\n\n") +
-                   qtTrId("QuotesListTooLongNote");
+            return QString(mSource->contentAt(sourceIndex) + QStringLiteral("\n\n") +
+                           qtTrId("QuotesListTooLongNote"));
         }
         return mSource->contentAt(sourceIndex);
     case TooLongForSignatureRole:
