@@ -115,18 +115,6 @@ bool parseHex(std::string_view text, std::uint64_t& value)
     return error == std::errc() && end == text.data() + text.size() && !text.empty();
 }
 
-// A place in a round: the order hash, then the UID for the rare equal hashes.
-struct Place
-{
-    std::uint64_t hash = 0;
-    std::string_view uid;
-    std::size_t index = 0; // into the collection
-    bool operator<(const Place& other) const
-    {
-        return hash != other.hash ? hash < other.hash : uid < other.uid;
-    }
-};
-
 } // namespace
 
 QBQuoteCycle::QBQuoteCycle(const QString& statePath)
@@ -149,35 +137,72 @@ std::uint64_t QBQuoteCycle::orderHash(std::uint64_t key, std::string_view uid)
 
 namespace {
 
-// The first place of the round of |key| after |cursor| (every place when |cursor| has
-// no UID), or nothing when the round is over.
-std::optional<Place> firstPlaceAfter(std::uint64_t key, const Place& cursor,
-                                     const std::vector<std::string_view>& uids)
+// An order held in memory: the collection's positions sorted by place.
+class SortedOrder : public QBQuoteCycle::Order
 {
-    std::optional<Place> first;
-    for (std::size_t index = 0; index < uids.size(); ++index) {
-        const Place place{QBQuoteCycle::orderHash(key, uids[index]), uids[index], index};
-        if ((cursor.uid.empty() || cursor < place) && (!first || place < *first)) {
-            first = place;
+public:
+    SortedOrder(std::uint64_t key, const std::vector<std::string_view>& uids) : mUids(uids)
+    {
+        mEntries.reserve(uids.size());
+        for (std::size_t index = 0; index < uids.size(); ++index) {
+            mEntries.push_back({QBQuoteCycle::orderHash(key, uids[index]), index});
+        }
+        std::sort(mEntries.begin(), mEntries.end(), [&uids](const Entry& left, const Entry& right) {
+            return left.hash != right.hash ? left.hash < right.hash
+                                           : uids[left.index] < uids[right.index];
+        });
+    }
+    std::size_t size() const override { return mEntries.size(); }
+    std::uint64_t hashAt(std::size_t position) const override { return mEntries[position].hash; }
+    std::string_view uidAt(std::size_t position) const override
+    {
+        return mUids[mEntries[position].index];
+    }
+    std::size_t indexAt(std::size_t position) const override { return mEntries[position].index; }
+
+private:
+    struct Entry
+    {
+        std::uint64_t hash;
+        std::size_t index;
+    };
+    const std::vector<std::string_view>& mUids;
+    std::vector<Entry> mEntries;
+};
+
+// The first position of |order| after the place (|hash|, |uid|).
+std::size_t firstPositionAfter(const QBQuoteCycle::Order& order, std::uint64_t hash,
+                               std::string_view uid)
+{
+    std::size_t low = 0;
+    std::size_t high = order.size();
+    while (low < high) {
+        const std::size_t middle = low + (high - low) / 2;
+        const std::uint64_t middleHash = order.hashAt(middle);
+        const bool after = middleHash != hash ? middleHash > hash : order.uidAt(middle) > uid;
+        if (after) {
+            high = middle;
+        } else {
+            low = middle + 1;
         }
     }
-    return first;
+    return low;
 }
 
-void startRound(QBQuoteCycle::State& state, const std::vector<std::string_view>& uids)
+void startRound(QBQuoteCycle::State& state, const QBQuoteCycle::OrderForKey& orderFor)
 {
     if (!state.cursorUid.empty()) {
         state.previousRoundLast = state.cursorUid;
     }
     QRandomGenerator& random = *QRandomGenerator::global();
-    const bool several = std::any_of(uids.cbegin(), uids.cend(),
-                                     [&uids](std::string_view uid) { return uid != uids.front(); });
     // The new round does not open with the quote that closed the last one: another key
-    // is drawn while it would (at two quotes, 64 draws fail once in 2^64).
+    // is drawn while it would (at two quotes, 64 draws fail once in 2^64). Sorted by
+    // place, the first and last UIDs differ exactly when the collection has two.
     for (int draw = 0; draw < 64; ++draw) {
         state.key = random.generate64() | 1; // never 0, which means "no round yet"
-        const std::optional<Place> first = firstPlaceAfter(state.key, Place(), uids);
-        if (!several || !first || first->uid != state.previousRoundLast) {
+        const QBQuoteCycle::Order& order = orderFor(state.key);
+        if (order.size() < 2 || order.uidAt(0) == order.uidAt(order.size() - 1) ||
+            order.uidAt(0) != state.previousRoundLast) {
             break;
         }
     }
@@ -187,51 +212,61 @@ void startRound(QBQuoteCycle::State& state, const std::vector<std::string_view>&
 
 } // namespace
 
+std::unique_ptr<QBQuoteCycle::Order>
+QBQuoteCycle::sortedOrder(std::uint64_t key, const std::vector<std::string_view>& uids)
+{
+    return std::make_unique<SortedOrder>(key, uids);
+}
+
+QBQuoteCycle::OrderForKey QBQuoteCycle::sortedOrders(const std::vector<std::string_view>& uids)
+{
+    // The last order made is kept: a step asks again for the key it has just drawn.
+    auto last = std::make_shared<std::pair<std::uint64_t, std::unique_ptr<Order>>>();
+    return [last, &uids](std::uint64_t key) -> const Order& {
+        if (!last->second || last->first != key) {
+            *last = {key, sortedOrder(key, uids)};
+        }
+        return *last->second;
+    };
+}
+
 std::string QBQuoteCycle::advance(State& state, const std::vector<std::string_view>& uids,
                                   const Acceptance& accept)
 {
-    if (uids.empty()) {
-        return std::string();
-    }
+    return advance(state, sortedOrders(uids), accept);
+}
+
+std::string QBQuoteCycle::advance(State& state, const OrderForKey& orderFor,
+                                  const Acceptance& accept, std::size_t* chosenIndex)
+{
     if (state.key == 0) {
-        startRound(state, uids);
+        startRound(state, orderFor);
     }
     // The rest of this round, then (when nothing in it is taken) all of a new one.
     for (int round = 0; round < 2; ++round) {
         if (round == 1) {
-            startRound(state, uids);
+            startRound(state, orderFor);
         }
-        const Place cursor{state.cursor, state.cursorUid};
-        const auto showAt = [&state](const Place& place) {
-            state.cursor = place.hash;
-            state.cursorUid = std::string(place.uid);
-            return state.cursorUid;
-        };
-        // One pass finds the next place; usually it is taken.
-        const std::optional<Place> first = firstPlaceAfter(state.key, cursor, uids);
-        if (!first) {
-            continue;
+        const Order& order = orderFor(state.key);
+        if (order.size() == 0) {
+            return std::string();
         }
-        if (!accept || accept(first->index)) {
-            return showAt(*first);
-        }
-        // Refused: the rest of the round in order, each refused quote passed over.
-        std::vector<Place> rest;
-        for (std::size_t index = 0; index < uids.size(); ++index) {
-            const Place place{orderHash(state.key, uids[index]), uids[index], index};
-            if (*first < place) {
-                rest.push_back(place);
-            }
-        }
-        std::sort(rest.begin(), rest.end());
-        showAt(*first);
-        for (const Place& place : rest) {
-            if (place.uid == state.cursorUid) {
+        std::size_t position =
+            state.cursorUid.empty() ? 0 : firstPositionAfter(order, state.cursor, state.cursorUid);
+        for (; position < order.size(); ++position) {
+            const std::uint64_t hash = order.hashAt(position);
+            const std::string_view uid = order.uidAt(position);
+            if (hash == state.cursor && uid == state.cursorUid) {
                 continue; // the same UID twice in the collection
             }
-            const std::string uid = showAt(place);
-            if (accept(place.index)) {
-                return uid;
+            state.cursor = hash;
+            state.cursorUid = std::string(uid);
+            // A refused quote counts as shown: it is passed over for this round.
+            if (!accept || accept(order.indexAt(position))) {
+                if (chosenIndex != nullptr) {
+                    *chosenIndex = order.indexAt(position);
+                }
+                return state.cursorUid;
             }
         }
     }
@@ -266,14 +301,21 @@ QBQuoteCycle::State QBQuoteCycle::parse(std::string_view text)
     return state;
 }
 
-std::string QBQuoteCycle::next(const std::vector<std::string_view>& uids, const Acceptance& accept)
+std::string QBQuoteCycle::next(const std::vector<std::string_view>& uids, const Acceptance& accept,
+                               std::size_t* chosenIndex)
+{
+    return next(sortedOrders(uids), accept, chosenIndex);
+}
+
+std::string QBQuoteCycle::next(const OrderForKey& orderFor, const Acceptance& accept,
+                               std::size_t* chosenIndex)
 {
     // Without the lock the step still happens; at worst a quote comes twice in a round.
     const ExclusiveFileLock lock(mEncodedStatePath + ".lock");
     QFile file(mStatePath);
     State state = file.open(QIODevice::ReadOnly) ? parse(file.read(4096).toStdString()) : State();
     file.close();
-    std::string uid = advance(state, uids, accept);
+    std::string uid = advance(state, orderFor, accept, chosenIndex);
     save(state);
     return uid;
 }

@@ -66,7 +66,7 @@ TEST(QuoteCycleTest, EveryQuoteOnceARoundAndTheRoundFollowsTheCollection)
     EXPECT_EQ(advanceTimes(twice, {"p", "q", "p"}, 2), (Picks{"p", "q"}));
 
     State empty;
-    EXPECT_EQ(QBQuoteCycle::advance(empty, {}), std::string());
+    EXPECT_EQ(QBQuoteCycle::advance(empty, Uids{}), std::string());
     EXPECT_EQ(advanceTimes(empty, {"only"}, 2), (Picks{"only", "only"}));
 }
 
