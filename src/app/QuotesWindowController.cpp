@@ -22,6 +22,7 @@
 #include "ui_QBQuotesWindow.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QApplication>
 #include <QKeySequence>
 #include <QMenuBar>

@@ -5,6 +5,7 @@
 #include "TestHome.h"
 #include "logging/Log.h"
 #include "model/Notifications.h"
+#include "core/QuoteRecord.h"
 #include "model/QuoteValueObject.h"
 #include "signature/LoginItemService.h"
 #include "signature/SettingsKeys.h"
