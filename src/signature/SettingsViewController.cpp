@@ -16,7 +16,9 @@
 
 #include <QCheckBox>
 #include <QLocale>
+#include <QScrollArea>
 #include <QTimer>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -44,9 +46,19 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
     : QWidget(parent), mUi(std::make_unique<Ui::QBSettingsView>()),
       mStandardDefaults(standardDefaults), mMirror(standardDefaults, sharedDefaults)
 {
-    mUi->setupUi(this);
+    // The page scrolls rather than squeezing its controls in a small window.
+    auto* content = new QWidget;
+    mUi->setupUi(content);
+    auto* scrollArea = new QScrollArea(this);
+    scrollArea->setObjectName(QStringLiteral("settingsScrollArea"));
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setWidget(content);
+    auto* pageLayout = new QVBoxLayout(this);
+    pageLayout->setContentsMargins(0, 0, 0, 0);
+    pageLayout->addWidget(scrollArea);
     // Above the spacer that keeps the help button at the bottom.
-    mSignatureSection = new QBSignatureSection(standardDefaults, this);
+    mSignatureSection = new QBSignatureSection(standardDefaults, content);
     mUi->mainLayout->insertWidget(
         mUi->mainLayout->indexOf(mUi->usageStatisticsUnavailableLabel) + 1, mSignatureSection);
     connect(mUi->changeIntervalPopupButton, &QComboBox::activated, this,

@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr int kTemplateVisibleLines = 4;
-constexpr int kPreviewVisibleLines = 7;
+constexpr int kTemplateVisibleLines = 3;
+constexpr int kPreviewVisibleLines = 6;
 constexpr int kLargestLineLimitOffered = 99;
 
 int heightForLines(const QPlainTextEdit* edit, int lines)
@@ -193,7 +193,7 @@ void QBSignatureSection::refreshPreview()
     mFitLabel->setText(composed.fits
                            ? QString()
                            //% "This quote takes %1 lines, more than %2: the automatic changes pass
-                           //over " % "it, and Use as Signature writes it all the same."
+                           // over " % "it, and Use as Signature writes it all the same."
                            : qtTrId("SettingsSignatureQuoteTooLong")
                                  .arg(composed.quoteLines)
                                  .arg(settings.maxLines));

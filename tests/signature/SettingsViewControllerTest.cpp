@@ -3,9 +3,9 @@
 #include "HelperWorld.h"
 #include "TelemetryTestSupport.h"
 #include "TestHome.h"
+#include "core/QuoteRecord.h"
 #include "logging/Log.h"
 #include "model/Notifications.h"
-#include "core/QuoteRecord.h"
 #include "model/QuoteValueObject.h"
 #include "signature/LoginItemService.h"
 #include "signature/SettingsKeys.h"
@@ -48,6 +48,7 @@ protected:
             new QBSettingsViewController(*mDefaults, QBSharedUserDefaults::sharedInstance());
         mWindow.setCentralWidget(mController);
         QBAlert::shared().setParentWindow(&mWindow);
+        mWindow.resize(640, 1000); // the whole page in view
         mWindow.show();
         QBLoginItemService::setHelperExecutablePath(QStringLiteral(QB_HELPER_PATH));
         writeQuotes({QStringLiteral("One"), QStringLiteral("Two")});
@@ -69,9 +70,11 @@ protected:
     {
         return mController->findChild<T*>(QString::fromUtf8(name));
     }
-    void click(const char* checkBox)
+    void click(const char* checkBox) { clickBox(child<QCheckBox>(checkBox)); }
+    // On the box itself: a check box as wide as the page takes clicks on its box and text.
+    static void clickBox(QCheckBox* box)
     {
-        QTest::mouseClick(child<QCheckBox>(checkBox), Qt::LeftButton);
+        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(box->height() / 2, box->height() / 2));
     }
     // The open alerts as "title / text", closed. No translation is loaded: texts are ids.
     QStringList takeAlerts()
@@ -188,10 +191,10 @@ TEST_F(SettingsViewControllerTest, UsageStatisticsSwitchIsOffWithoutAServiceAndS
     mController->viewWillAppear();
     EXPECT_TRUE(share->isEnabled() && share->isChecked());
     EXPECT_FALSE(unavailable->isVisible());
-    QTest::mouseClick(share, Qt::LeftButton);
+    clickBox(share);
     EXPECT_FALSE(sharesUsageStatistics(mDefaults->objectForKey(QBDefaultsShareUsageStatistics)));
     EXPECT_EQ(TelemetryManager::shared()->signalManager(), nullptr);
-    QTest::mouseClick(share, Qt::LeftButton);
+    clickBox(share);
     EXPECT_NE(TelemetryManager::shared()->signalManager(), nullptr);
     telemetry.configureWithAppID(kAppID, QUrl()); // the server goes with this test
 }
@@ -211,16 +214,17 @@ TEST_F(SettingsViewControllerTest, SignatureSectionStoresUsableTemplatesAndPrevi
     // Typed over: without the placeholder nothing is stored and the section says why.
     editor->setFocus();
     editor->selectAll();
-    QTest::keyClicks(editor, u"Jane Doe · example.org\n"_s);
+    QTest::keyClicks(editor, u"Jane Doe, example.org"_s);
+    QTest::keyClick(editor, Qt::Key_Return);
     EXPECT_TRUE(problem->isVisible());
     EXPECT_FALSE(mDefaults->objectForKey(QBDefaultsSignatureTemplate).isValid());
     QTest::keyClicks(editor, u"{quote}"_s);
     EXPECT_FALSE(problem->isVisible());
     EXPECT_EQ(mDefaults->stringForKey(QBDefaultsSignatureTemplate),
-              u"Jane Doe · example.org\n{quote}"_s);
+              u"Jane Doe, example.org\n{quote}"_s);
     QBSharedUserDefaults::sharedInstance().suiteUserDefaults().synchronize();
     EXPECT_EQ(QBSharedUserDefaults::sharedInstance().stringForKey(QBDefaultsSignatureTemplate),
-              u"Jane Doe · example.org\n{quote}"_s);
+              u"Jane Doe, example.org\n{quote}"_s);
 
     // Wrap at 72 and at most two lines, by keys.
     wrap->setFocus();
@@ -232,7 +236,7 @@ TEST_F(SettingsViewControllerTest, SignatureSectionStoresUsableTemplatesAndPrevi
     EXPECT_EQ(mDefaults->integerForKey(QBDefaultsSignatureMaxLines), 2);
 
     // The selected quote, exactly as it will be written, with the marker at column 72.
-    const QString quote = u"word "_s.repeated(30).trimmed();
+    const QString quote = u"word "_s.repeated(25).trimmed();
     auto object = std::make_shared<QBQuoteValueObject>(CQuoteRecord(quote.toStdString(), "uid"));
     QBNotificationCenter::defaultCenter().post(QBQuoteSelectedNotification, object.get());
     const QBComposedSignature composed =
