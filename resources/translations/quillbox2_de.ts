@@ -298,11 +298,11 @@
         <translation>Geben Sie hier das Zitat ein.</translation>
     </message>
     <message id="SignatureLongerThanLimit">
-        <source>The quote takes %1 lines, more than the signature's limit of %2; it was written all the same.</source>
+        <source>The quote takes %1 lines, more than the signature&apos;s limit of %2; it was written all the same.</source>
         <translation>Das Zitat hat %1 Zeilen, mehr als die Grenze der Signatur von %2; es wurde trotzdem geschrieben.</translation>
     </message>
     <message id="QuotesListTooLongNote">
-        <source>Longer than the signature's line limit: the automatic changes pass over it.</source>
+        <source>Longer than the signature&apos;s line limit: the automatic changes pass over it.</source>
         <translation>Länger als die Zeilengrenze der Signatur: der automatische Wechsel übergeht es.</translation>
     </message>
     <message id="QuotesListOnlyTooLong">

@@ -298,11 +298,11 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="SignatureLongerThanLimit">
-        <source>The quote takes %1 lines, more than the signature's limit of %2; it was written all the same.</source>
+        <source>The quote takes %1 lines, more than the signature&apos;s limit of %2; it was written all the same.</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="QuotesListTooLongNote">
-        <source>Longer than the signature's line limit: the automatic changes pass over it.</source>
+        <source>Longer than the signature&apos;s line limit: the automatic changes pass over it.</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="QuotesListOnlyTooLong">

@@ -17,6 +17,12 @@ constexpr int kTemplateVisibleLines = 3;
 constexpr int kPreviewVisibleLines = 6;
 constexpr int kLargestLineLimitOffered = 99;
 
+QString wrapColumnText(int column)
+{
+    //% "%1 characters"
+    return qtTrId("SettingsSignatureWrapColumns").arg(column);
+}
+
 int heightForLines(const QPlainTextEdit* edit, int lines)
 {
     const int frame =
@@ -79,12 +85,10 @@ QBSignatureSection::QBSignatureSection(QBUserDefaults& defaults, QWidget* parent
     mTemplateProblemLabel->hide();
 
     mWrapColumnBox->setObjectName(QStringLiteral("signatureWrapColumnBox"));
+    //% "Off"
+    const QString off = qtTrId("SettingsSignatureWrapOff");
     for (const int column : kWrapColumns) {
-        //% "Off"
-        mWrapColumnBox->addItem(column == 0 ? qtTrId("SettingsSignatureWrapOff")
-                                            //% "%1 characters"
-                                            : qtTrId("SettingsSignatureWrapColumns").arg(column),
-                                column);
+        mWrapColumnBox->addItem(column == 0 ? off : wrapColumnText(column), column);
     }
     mMaxLinesBox->setObjectName(QStringLiteral("signatureMaxLinesBox"));
     mMaxLinesBox->setRange(0, kLargestLineLimitOffered);
@@ -151,8 +155,7 @@ void QBSignatureSection::updateFromDefaults()
     int wrapIndex = mWrapColumnBox->findData(settings.wrapColumn);
     if (wrapIndex < 0) {
         // A column set outside the page: shown as it is rather than as another choice.
-        mWrapColumnBox->addItem(qtTrId("SettingsSignatureWrapColumns").arg(settings.wrapColumn),
-                                settings.wrapColumn);
+        mWrapColumnBox->addItem(wrapColumnText(settings.wrapColumn), settings.wrapColumn);
         wrapIndex = mWrapColumnBox->count() - 1;
     }
     mWrapColumnBox->setCurrentIndex(wrapIndex);
@@ -190,12 +193,10 @@ void QBSignatureSection::refreshPreview()
         mPreview->setPlainText(shown);
     }
     mPreview->setMarkerColumn(settings.html ? 0 : settings.wrapColumn);
-    mFitLabel->setText(composed.fits
-                           ? QString()
-                           //% "This quote takes %1 lines, more than %2: the automatic changes pass
-                           // over " % "it, and Use as Signature writes it all the same."
-                           : qtTrId("SettingsSignatureQuoteTooLong")
-                                 .arg(composed.quoteLines)
-                                 .arg(settings.maxLines));
+    //% "This quote takes %1 lines, more than %2: the automatic changes pass over it, and "
+    //% "Use as Signature writes it all the same."
+    const QString tooLong = qtTrId("SettingsSignatureQuoteTooLong");
+    mFitLabel->setText(composed.fits ? QString()
+                                     : tooLong.arg(composed.quoteLines).arg(settings.maxLines));
     mFitLabel->setVisible(!composed.fits);
 }
