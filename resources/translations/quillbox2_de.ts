@@ -476,6 +476,70 @@
         <source>%1: cannot export: %2</source>
         <translation>%1: Export nicht möglich: %2</translation>
     </message>
+    <message id="SignatureLongerThanLimit">
+        <source>The quote takes %1 lines, more than the signature&apos;s limit of %2; it was written all the same.</source>
+        <translation>Das Zitat hat %1 Zeilen, mehr als die Grenze der Signatur von %2; es wurde trotzdem geschrieben.</translation>
+    </message>
+    <message id="QuotesListOnlyTooLong">
+        <source>Only quotes too long for the signature</source>
+        <translation>Nur Zitate, die für die Signatur zu lang sind</translation>
+    </message>
+    <message id="QuotesListTooLongNote">
+        <source>Longer than the signature&apos;s line limit: the automatic changes pass over it.</source>
+        <translation>Länger als die Zeilengrenze der Signatur: der automatische Wechsel übergeht es.</translation>
+    </message>
+    <message id="SettingsSignatureWrapColumns">
+        <source>%1 characters</source>
+        <translation>%1 Zeichen</translation>
+    </message>
+    <message id="SettingsSignatureSection">
+        <source>Signature</source>
+        <translation>Signatur</translation>
+    </message>
+    <message id="SettingsSignatureTemplateToolTip">
+        <source>Your own lines, with {quote} where the quote goes</source>
+        <translation>Ihre eigenen Zeilen, mit {quote} an der Stelle des Zitats</translation>
+    </message>
+    <message id="SettingsSignatureWrapOff">
+        <source>Off</source>
+        <translation>Aus</translation>
+    </message>
+    <message id="SettingsSignatureNoLineLimit">
+        <source>No limit</source>
+        <translation>Keine Grenze</translation>
+    </message>
+    <message id="SettingsSignaturePreviewDescription">
+        <source>Exactly what the signature file receives for the selected quote</source>
+        <translation>Genau das, was die Signaturdatei für das ausgewählte Zitat erhält</translation>
+    </message>
+    <message id="SettingsSignatureTemplateLabel">
+        <source>&amp;Template:</source>
+        <translation>&amp;Vorlage:</translation>
+    </message>
+    <message id="SettingsSignatureWrapLabel">
+        <source>&amp;Wrap the quote at:</source>
+        <translation>Zitat &amp;umbrechen bei:</translation>
+    </message>
+    <message id="SettingsSignatureMaxLinesLabel">
+        <source>&amp;Longest quote, in lines:</source>
+        <translation>&amp;Längstes Zitat, in Zeilen:</translation>
+    </message>
+    <message id="SettingsSignaturePreviewLabel">
+        <source>Preview:</source>
+        <translation>Vorschau:</translation>
+    </message>
+    <message id="SettingsSignatureTemplateRefused">
+        <source>The template needs {quote} where the quote goes; until then the last template with it stays in use.</source>
+        <translation>Die Vorlage braucht {quote} an der Stelle des Zitats; bis dahin bleibt die letzte Vorlage mit {quote} in Gebrauch.</translation>
+    </message>
+    <message id="SettingsSignaturePreviewExample">
+        <source>Select a quote in the list to see its signature here.</source>
+        <translation>Wählen Sie ein Zitat in der Liste, um hier seine Signatur zu sehen.</translation>
+    </message>
+    <message id="SettingsSignatureQuoteTooLong">
+        <source>This quote takes %1 lines, more than %2: the automatic changes pass over it, and Use as Signature writes it all the same.</source>
+        <translation>Dieses Zitat hat %1 Zeilen, mehr als %2: der automatische Wechsel übergeht es, und „Als Signatur verwenden“ schreibt es trotzdem.</translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

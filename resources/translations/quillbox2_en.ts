@@ -477,6 +477,70 @@
         <source>%1: cannot export: %2</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="SignatureLongerThanLimit">
+        <source>The quote takes %1 lines, more than the signature&apos;s limit of %2; it was written all the same.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesListOnlyTooLong">
+        <source>Only quotes too long for the signature</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesListTooLongNote">
+        <source>Longer than the signature&apos;s line limit: the automatic changes pass over it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignatureWrapColumns">
+        <source>%1 characters</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignatureSection">
+        <source>Signature</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignatureTemplateToolTip">
+        <source>Your own lines, with {quote} where the quote goes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignatureWrapOff">
+        <source>Off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignatureNoLineLimit">
+        <source>No limit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignaturePreviewDescription">
+        <source>Exactly what the signature file receives for the selected quote</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignatureTemplateLabel">
+        <source>&amp;Template:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignatureWrapLabel">
+        <source>&amp;Wrap the quote at:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignatureMaxLinesLabel">
+        <source>&amp;Longest quote, in lines:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignaturePreviewLabel">
+        <source>Preview:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignatureTemplateRefused">
+        <source>The template needs {quote} where the quote goes; until then the last template with it stays in use.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignaturePreviewExample">
+        <source>Select a quote in the list to see its signature here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsSignatureQuoteTooLong">
+        <source>This quote takes %1 lines, more than %2: the automatic changes pass over it, and Use as Signature writes it all the same.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

@@ -4,6 +4,7 @@
 #include "app/QuoteListKeys.h"
 #include "app/QuoteListPlaceholder.h"
 #include "app/QuotesEditorViewController.h"
+#include "app/SignatureFitControl.h"
 #include "app/WindowMemory.h"
 #include "import/BatchImportDialogs.h"
 #include "import/FileDropImport.h"
@@ -21,11 +22,13 @@
 #include "ui/ViewInstaller.h"
 #include "util/UndoManager.h"
 #include "util/UserDefaults.h"
+#include "util/UserMessages.h"
 
 #include "ui_QBQuotesWindow.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QKeySequence>
 #include <QMenuBar>
@@ -192,6 +195,11 @@ void QBQuotesWindowController::setUpList()
         mFindAction->text(), mFindAction->shortcut().toString(QKeySequence::NativeText)));
     connect(mUi->filterField, &QLineEdit::textChanged, this,
             &QBQuotesWindowController::setFilterText);
+    mSignatureFit = new QBSignatureFitControl(
+        QBUserDefaults::standardUserDefaults(), mQuotesArrayController, list,
+        [this](const std::function<void()>& change) { rearrangeKeepingSelection(change); }, this);
+    mUi->listPanelLayout->insertWidget(mUi->listPanelLayout->indexOf(mUi->filterField) + 1,
+                                       mSignatureFit->onlyTooLongCheckBox());
     connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &QBQuotesWindowController::followSelection);
     connect(list, &QListView::doubleClicked, this,
@@ -324,10 +332,15 @@ void QBQuotesWindowController::handleNewQuoteSelected()
 
 void QBQuotesWindowController::setFilterText(const QString& text)
 {
-    // The selected quote stays selected while it matches.
+    rearrangeKeepingSelection([this, &text] { mQuotesArrayController->setFilterText(text); });
+}
+
+void QBQuotesWindowController::rearrangeKeepingSelection(const std::function<void()>& change)
+{
+    // The selected quote stays selected while it is still shown.
     const std::shared_ptr<QBQuoteValueObject> selected = selectedQuote();
     mRearranging = true;
-    mQuotesArrayController->setFilterText(text);
+    change();
     if (selected != nullptr)
         selectRow(mQuotesArrayController->rowOfObject(selected.get()));
     mRearranging = false;
@@ -421,10 +434,23 @@ void QBQuotesWindowController::chooseQuote()
     if (quote == nullptr)
         return;
     logInfoMessage(QStringLiteral("Making <%1> the current signature").arg(quote->quoteUID()));
-    if (!QBUserDefaults::standardUserDefaults()
-             .stringForKey(QBDefaultsSignatureOutputPath)
-             .isEmpty()) {
-        QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(quote->content());
+    QBUserDefaults& defaults = QBUserDefaults::standardUserDefaults();
+    if (!defaults.stringForKey(QBDefaultsSignatureOutputPath).isEmpty()) {
+        QBComposedSignature composed;
+        // Written even when it is longer than the limit: the user asked for this quote.
+        if (QBCurrentSignatureFileHelper::writeQuoteAsSignature(quote->content(), defaults,
+                                                                &composed) &&
+            !composed.fits) {
+            QBUserMessage message;
+            message.kind = QBUserMessage::Kind::Warning;
+            //% "The quote takes %1 lines, more than the signature's limit of %2; it was "
+            //% "written all the same."
+            message.text = qtTrId("SignatureLongerThanLimit")
+                               .arg(composed.quoteLines)
+                               .arg(QBSignatureSettings::fromDefaults(defaults).maxLines);
+            message.topic = QStringLiteral("SignatureLongerThanLimit");
+            QBUserMessages::shared().show(message);
+        }
         return;
     }
     //% "No Output File Specified"
@@ -437,7 +463,8 @@ void QBQuotesWindowController::handleWriteCurrentQuote()
 {
     const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote();
     const QString content = quote != nullptr ? quote->content() : QStringLiteral("...");
-    if (!QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(content)) {
+    if (!QBCurrentSignatureFileHelper::writeQuoteAsSignature(
+            content, QBUserDefaults::standardUserDefaults())) {
         logWarningMessage(
             QStringLiteral("Failed to write current quote - bookmark may be invalid"));
         chooseQuote();

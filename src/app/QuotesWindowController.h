@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -81,6 +82,7 @@ private:
     void updateCommandStates();
     void selectRow(int row);
     void setFilterText(const QString& text);
+    void rearrangeKeepingSelection(const std::function<void()>& change);
     void focusFilterField();
     // Work deferred while a batch of changes runs, done once when it ends.
     void finishChangeBatch();
@@ -94,6 +96,7 @@ private:
     QBQuotesSource mQuotesSource;
     QBQuotesListModel* mQuotesArrayController = nullptr;
     QBEditorAreaViewController* mEditorArea = nullptr;
+    class QBSignatureFitControl* mSignatureFit = nullptr;
     QBNotificationObserverTracker mNotificationTracker;
 
     std::weak_ptr<QBQuoteValueObject> mLastSelected;

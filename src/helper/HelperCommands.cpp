@@ -7,7 +7,6 @@
 #include "helper/SignatureRotator.h"
 #include "logging/Log.h"
 #include "logging/ULog.h"
-#include "signature/CurrentSignatureFileHelper.h"
 #include "signature/LoginItemService.h"
 #include "util/UnixSignalWatcher.h"
 
@@ -84,15 +83,13 @@ int qbhelper::printNextQuote()
     const int quoteOutput = ::dup(STDOUT_FILENO);
     ::dup2(STDERR_FILENO, STDOUT_FILENO);
 
-    const QBHelperQuoteSource::Pick pick =
-        QBHelperQuoteSource::nextQuote(QBHelperQuoteSource::Access::Mapped);
-    if (!pick.content) {
-        logWarningMessage(pick.problem.isEmpty() ? QStringLiteral("No quote to print")
-                                                 : pick.problem);
+    const QBHelperQuoteSource::Signature signature = QBHelperQuoteSource::nextSignature(
+        QBHelperQuoteSource::Access::Mapped, QBHelperQuoteSource::Output::StandardOutput);
+    if (!signature.problem.isEmpty()) {
+        logWarningMessage(signature.problem);
         return 1;
     }
-    const QByteArray bytes =
-        QBCurrentSignatureFileHelper::signatureBytes(QString::fromStdString(*pick.content));
+    const QByteArray& bytes = signature.bytes;
     QFile output;
     const bool written =
         output.open(quoteOutput, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle) &&

@@ -27,7 +27,7 @@ QBQuotesListModel::QBQuotesListModel(QBQuotesSource* source, QObject* parent)
         mFolded.clear();
     });
     connect(source, &QBQuotesSource::quotesChanged, this, [this] {
-        if (!mFilter.isEmpty())
+        if (isNarrowed())
             arrange(false);
         endResetModel();
     });
@@ -35,7 +35,8 @@ QBQuotesListModel::QBQuotesListModel(QBQuotesSource* source, QObject* parent)
     // matches it, until the filter next runs.
     connect(source, &QBQuotesSource::quoteContentChanged, this, [this](qsizetype sourceIndex) {
         if (const int row = rowOfSourceIndex(sourceIndex); row >= 0)
-            emit dataChanged(index(row), index(row), {Qt::DisplayRole, Qt::ToolTipRole});
+            emit dataChanged(index(row), index(row),
+                             {Qt::DisplayRole, Qt::ToolTipRole, TooLongForSignatureRole});
     });
 }
 
@@ -43,14 +44,14 @@ int QBQuotesListModel::rowCount(const QModelIndex& parent) const
 {
     if (parent.isValid() || mSource == nullptr)
         return 0;
-    return int(mFilter.isEmpty() ? mSource->count() : qsizetype(mRows.size()));
+    return int(!isNarrowed() ? mSource->count() : qsizetype(mRows.size()));
 }
 
 int QBQuotesListModel::sourceIndexOfRow(int row) const
 {
     if (row < 0 || row >= rowCount())
         return -1;
-    return mFilter.isEmpty() ? row : int(mRows[std::size_t(row)]);
+    return !isNarrowed() ? row : int(mRows[std::size_t(row)]);
 }
 
 std::shared_ptr<QBQuoteValueObject> QBQuotesListModel::objectAtRow(int row) const
@@ -68,7 +69,7 @@ int QBQuotesListModel::rowOfObject(const QBQuoteValueObject* object) const
 
 int QBQuotesListModel::rowOfSourceIndex(qsizetype index) const
 {
-    if (index < 0 || mFilter.isEmpty())
+    if (index < 0 || !isNarrowed())
         return int(index);
     const auto found = std::lower_bound(mRows.begin(), mRows.end(), index);
     return found != mRows.end() && *found == index ? int(found - mRows.begin()) : -1;
@@ -86,7 +87,14 @@ QVariant QBQuotesListModel::data(const QModelIndex& index, int role) const
         return line.isEmpty() ? qtTrId("QuotesListEmptyQuote") : line;
     }
     case Qt::ToolTipRole:
+        if (isTooLong(sourceIndex)) {
+            //% "Longer than the signature's line limit: the automatic changes pass over it."
+            return QString(mSource->contentAt(sourceIndex) + QStringLiteral("\n\n") +
+                           qtTrId("QuotesListTooLongNote"));
+        }
         return mSource->contentAt(sourceIndex);
+    case TooLongForSignatureRole:
+        return isTooLong(sourceIndex);
     case QuoteUIDRole:
         return mSource->quoteUIDAt(sourceIndex);
     default:
@@ -126,7 +134,8 @@ void QBQuotesListModel::arrange(bool narrowOnly)
 {
     std::vector<qsizetype> rows;
     const auto keepIfMatching = [&](qsizetype index) {
-        if (mFilter.matches(foldedTextAt(std::size_t(index))))
+        if ((!mOnlyTooLong || isTooLong(index)) &&
+            (mFilter.isEmpty() || mFilter.matches(foldedTextAt(std::size_t(index)))))
             rows.push_back(index);
     };
     if (narrowOnly) {
@@ -153,11 +162,46 @@ void QBQuotesListModel::setFilterText(const QString& text)
     beginResetModel();
     mFilterText = text;
     mFilter = std::move(filter);
-    if (mFilter.isEmpty())
+    if (!isNarrowed())
         mRows.clear();
     else
         arrange(narrowOnly);
     endResetModel();
+}
+
+bool QBQuotesListModel::isTooLong(qsizetype sourceIndex) const
+{
+    return mFits && !mFits(mSource->contentAt(sourceIndex));
+}
+
+void QBQuotesListModel::rearrange()
+{
+    beginResetModel();
+    if (!isNarrowed())
+        mRows.clear();
+    else
+        arrange(false);
+    endResetModel();
+}
+
+void QBQuotesListModel::setSignatureFitTest(FitTest fits)
+{
+    mFits = std::move(fits);
+    if (mSource == nullptr)
+        return;
+    if (mOnlyTooLong)
+        rearrange();
+    else if (rowCount() > 0)
+        emit dataChanged(index(0), index(rowCount() - 1),
+                         {Qt::ToolTipRole, TooLongForSignatureRole});
+}
+
+void QBQuotesListModel::setShowsOnlyTooLong(bool onlyTooLong)
+{
+    if (onlyTooLong == mOnlyTooLong || mSource == nullptr)
+        return;
+    mOnlyTooLong = onlyTooLong;
+    rearrange();
 }
 
 void QBQuotesListModel::removeQuotesWithUIDs(const QStringList& quoteUIDs)
@@ -182,7 +226,7 @@ void QBQuotesListModel::removeQuotesWithUIDs(const QStringList& quoteUIDs)
     const auto shifted = [&removed](qsizetype index) {
         return index - (std::lower_bound(removed.begin(), removed.end(), index) - removed.begin());
     };
-    if (!mFilter.isEmpty()) {
+    if (isNarrowed()) {
         std::vector<qsizetype> rows;
         rows.reserve(mRows.size());
         for (const qsizetype index : mRows) {

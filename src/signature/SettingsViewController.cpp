@@ -2,9 +2,11 @@
 
 #include "logging/ULog.h"
 #include "model/Notifications.h"
+#include "model/QuoteValueObject.h"
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
+#include "signature/SignatureSection.h"
 #include "telemetry/QBTelemetryHelper.h"
 #include "ui/Alert.h"
 #include "ui/HelpBook.h"
@@ -14,6 +16,9 @@
 
 #include <QCheckBox>
 #include <QLocale>
+#include <QScrollArea>
+#include <QTimer>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -41,7 +46,21 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
     : QWidget(parent), mUi(std::make_unique<Ui::QBSettingsView>()),
       mStandardDefaults(standardDefaults), mMirror(standardDefaults, sharedDefaults)
 {
-    mUi->setupUi(this);
+    // The page scrolls rather than squeezing its controls in a small window.
+    auto* content = new QWidget;
+    mUi->setupUi(content);
+    auto* scrollArea = new QScrollArea(this);
+    scrollArea->setObjectName(QStringLiteral("settingsScrollArea"));
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setWidget(content);
+    auto* pageLayout = new QVBoxLayout(this);
+    pageLayout->setContentsMargins(0, 0, 0, 0);
+    pageLayout->addWidget(scrollArea);
+    // Above the spacer that keeps the help button at the bottom.
+    mSignatureSection = new QBSignatureSection(standardDefaults, content);
+    mUi->mainLayout->insertWidget(
+        mUi->mainLayout->indexOf(mUi->usageStatisticsUnavailableLabel) + 1, mSignatureSection);
     connect(mUi->changeIntervalPopupButton, &QComboBox::activated, this,
             &QBSettingsViewController::handleChangeIntervalSelected);
     connect(mUi->clickablePathField, &LMClickableLabel::clicked, this,
@@ -59,12 +78,33 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
                 userDefaultsDidChange();
             }
         });
+    // The preview follows the list's selection and the edits of the selected quote.
+    mSelectionObserver = QBNotificationCenter::defaultCenter().addObserver(
+        QBQuoteSelectedNotification, [this](const QBNotification& notification) {
+            mPreviewedQuote = qobject_cast<QBQuoteValueObject*>(notification.object);
+            mSignatureSection->setPreviewQuote(mPreviewedQuote ? mPreviewedQuote->content()
+                                                               : QString());
+        });
+    mQuoteUpdateObserver = QBNotificationCenter::defaultCenter().addObserver(
+        QBQuoteDidUpdateNotification, [this](const QBNotification& notification) {
+            if (mPreviewedQuote && notification.userInfo.value(QBKeyQuoteUID).toString() ==
+                                       mPreviewedQuote->quoteUID()) {
+                // After the value object itself has taken the new text.
+                QTimer::singleShot(0, this, [this] {
+                    if (mPreviewedQuote) {
+                        mSignatureSection->setPreviewQuote(mPreviewedQuote->content());
+                    }
+                });
+            }
+        });
     updateControls();
 }
 
 QBSettingsViewController::~QBSettingsViewController()
 {
     QBNotificationCenter::defaultCenter().removeObserver(mDefaultsObserver);
+    QBNotificationCenter::defaultCenter().removeObserver(mSelectionObserver);
+    QBNotificationCenter::defaultCenter().removeObserver(mQuoteUpdateObserver);
 }
 
 void QBSettingsViewController::bindCheckBox(QCheckBox* checkBox, const QString& key)
@@ -94,6 +134,7 @@ void QBSettingsViewController::updateControls()
     const QString path = mStandardDefaults.stringForKey(QBDefaultsSignatureOutputPath);
     //% "Click to choose the signature file"
     mUi->clickablePathField->setText(path.isEmpty() ? qtTrId("SettingsNoOutputFile") : path);
+    mSignatureSection->updateFromDefaults();
 }
 
 void QBSettingsViewController::showEvent(QShowEvent* event)
