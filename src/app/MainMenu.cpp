@@ -42,9 +42,18 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
     redo->setObjectName(QStringLiteral("redoAction"));
     redo->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
     QObject::connect(redo, &QAction::triggered, undoManager, &QBUndoManager::redo);
+    // The items name what they take back: "Undo Remove All".
     const auto followStacks = [undo, redo, undoManager] {
         undo->setEnabled(undoManager->canUndo());
         redo->setEnabled(undoManager->canRedo());
+        const QString undoName = undoManager->canUndo() ? undoManager->undoActionName() : QString();
+        const QString redoName = undoManager->canRedo() ? undoManager->redoActionName() : QString();
+        //% "&Undo %1"
+        undo->setText(undoName.isEmpty() ? qtTrId("MenuEditUndo")
+                                         : qtTrId("MenuEditUndoNamed").arg(undoName));
+        //% "&Redo %1"
+        redo->setText(redoName.isEmpty() ? qtTrId("MenuEditRedo")
+                                         : qtTrId("MenuEditRedoNamed").arg(redoName));
     };
     followStacks();
     QObject::connect(undoManager, &QBUndoManager::stackChanged, undo, followStacks);

@@ -1,6 +1,7 @@
 #include "app/QuotesWindowController.h"
 
 #include "app/EditorAreaViewController.h"
+#include "app/SignatureWriteReport.h"
 #include "import/BatchImportDialogs.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "logging/Log.h"
@@ -11,9 +12,12 @@
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SettingsViewController.h"
+#include "signature/SignatureFileChooser.h"
 #include "ui/Alert.h"
 #include "ui/AppearanceHelper.h"
+#include "ui/MessageBar.h"
 #include "ui/ViewInstaller.h"
+#include "util/CommandResults.h"
 #include "util/UndoManager.h"
 #include "util/UserDefaults.h"
 
@@ -38,6 +42,8 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     : QMainWindow(parent), mUi(std::make_unique<Ui::QBQuotesWindow>()), mUndoManager(undoManager)
 {
     mUi->setupUi(this);
+    // Failures and the results of commands show above the list and the editor.
+    mUi->centralLayout->insertWidget(0, new QBMessageBar(QBUserMessages::shared(), this));
     mQuotesArrayController = new QBQuotesListModel(&mQuotesSource, this);
     registerForNotifications();
     mEditorArea = new QBEditorAreaViewController(undoManager, mUi->areaPlaceholderView);
@@ -389,20 +395,18 @@ void QBQuotesWindowController::chooseQuote()
     if (!QBUserDefaults::standardUserDefaults()
              .stringForKey(QBDefaultsSignatureOutputPath)
              .isEmpty()) {
-        QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(quote->content());
+        QBSignatureWriteReport::write(quote->content());
         return;
     }
-    //% "No Output File Specified"
-    QBAlert::shared().infoWithTitle(qtTrId("NoOutputFileSpecified"),
-                                    //% "Please specify an output file"
-                                    qtTrId("PleaseSpecifyOutputFile"));
+    // No file yet: choosing one writes the selected quote into it.
+    QBSignatureFileChooser::chooseAndUseFile();
 }
 
 void QBQuotesWindowController::handleWriteCurrentQuote()
 {
     const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote();
     const QString content = quote != nullptr ? quote->content() : QStringLiteral("...");
-    if (!QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(content)) {
+    if (!QBSignatureWriteReport::write(content, quote != nullptr)) {
         logWarningMessage(
             QStringLiteral("Failed to write current quote - bookmark may be invalid"));
         chooseQuote();
@@ -429,15 +433,44 @@ void QBQuotesWindowController::removeCurrentQuote()
     if (quote == nullptr)
         return;
     logInfoMessage(QStringLiteral("Removing selected quote '%1'").arg(quote->quoteUID()));
+    const QString excerpt = quote->content().simplified();
     QBQuoteEditHelper::removeQuote(quote->quoteUID(), mUndoManager, true);
+    //% "Removed “%1”"
+    QBCommandResults::reportUndoable(
+        qtTrId("QuoteRemovedResult")
+            .arg(excerpt.size() > 40 ? excerpt.left(39) + QChar(0x2026) : excerpt),
+        mUndoManager);
 }
 
 void QBQuotesWindowController::removeAllQuotes()
 {
+    const int count = static_cast<int>(mQuotesSource.count());
+    if (count <= 1) {
+        removeAllQuotesNow();
+        return;
+    }
+    QPointer<QBQuotesWindowController> window(this);
+    QBAlert::shared().showYesNoAlertWithLocalizedTitle(
+        //% "Remove all %n quote(s)?"
+        qtTrId("RemoveAllQuestionTitle", count),
+        //% "Edit ▸ Undo brings them back."
+        qtTrId("RemoveAllQuestionMessage"), QBAlert::Warning,
+        [window] {
+            if (window)
+                window->removeAllQuotesNow();
+        },
+        {});
+}
+
+void QBQuotesWindowController::removeAllQuotesNow()
+{
     mUi->filterField->clear();
+    const int count = static_cast<int>(mQuotesSource.count());
     logInfoMessage(
         QStringLiteral("Removing all %1 quotes").arg(mQuotesArrayController->rowCount()));
     QBQuoteEditHelper::removeAllQuotesWithUndoManager(mUndoManager);
+    //% "Removed all %n quote(s)"
+    QBCommandResults::reportUndoable(qtTrId("RemovedAllResult", count), mUndoManager);
 }
 
 void QBQuotesWindowController::switchToSettings()

@@ -36,6 +36,7 @@ public:
     void startBatchImport();
     void addQuote();
     void removeCurrentQuote();
+    // Asks first, with the count, when there is more than one quote.
     void removeAllQuotes();
     void switchToSettings();
     void handleQuoteListDoubleClick();
@@ -79,6 +80,7 @@ private:
     void finishChangeBatch();
     void rebuildQuotesArray();
     void selectLastQuoteForEditing();
+    void removeAllQuotesNow();
 
     std::unique_ptr<Ui::QBQuotesWindow> mUi;
     QPointer<QBUndoManager> mUndoManager;
