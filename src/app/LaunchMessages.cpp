@@ -31,16 +31,18 @@ void postLaunchMessages()
     if (QBUserDefaults::standardUserDefaults()
             .stringForKey(QBDefaultsSignatureOutputPath)
             .isEmpty()) {
-        QBUserMessages::shared().show({QBUserMessage::Kind::Information,
-                                       //% "First choose where your signature file goes, then point
-                                       //your mail program " % "at it."
-                                       qtTrId("FirstRunHint"),
-                                       //% "Choose Signature File…"
-                                       qtTrId("ChooseSignatureFileButton"),
-                                       [] { QBSignatureFileChooser::chooseAndUseFile(); },
-                                       //% "How?"
-                                       qtTrId("FirstRunHintLink"), QStringLiteral("QB_SIGNATURE"),
-                                       QBSignatureFileChooser::kHintTopic});
+        QBUserMessage hint;
+        hint.kind = QBUserMessage::Kind::Information;
+        //% "First choose where your signature file goes, then point your mail program at it."
+        hint.text = qtTrId("FirstRunHint");
+        //% "Choose Signature File…"
+        hint.actionText = qtTrId("ChooseSignatureFileButton");
+        hint.action = [] { QBSignatureFileChooser::chooseAndUseFile(); };
+        //% "How?"
+        hint.linkText = qtTrId("FirstRunHintLink");
+        hint.helpAnchor = QStringLiteral("QB_SIGNATURE");
+        hint.topic = QBSignatureFileChooser::kHintTopic;
+        QBUserMessages::shared().show(hint);
     }
 }
 

@@ -49,11 +49,11 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
         const QString undoName = undoManager->canUndo() ? undoManager->undoActionName() : QString();
         const QString redoName = undoManager->canRedo() ? undoManager->redoActionName() : QString();
         //% "&Undo %1"
-        undo->setText(undoName.isEmpty() ? qtTrId("MenuEditUndo")
-                                         : qtTrId("MenuEditUndoNamed").arg(undoName));
+        const QString namedUndo = qtTrId("MenuEditUndoNamed").arg(undoName);
         //% "&Redo %1"
-        redo->setText(redoName.isEmpty() ? qtTrId("MenuEditRedo")
-                                         : qtTrId("MenuEditRedoNamed").arg(redoName));
+        const QString namedRedo = qtTrId("MenuEditRedoNamed").arg(redoName);
+        undo->setText(undoName.isEmpty() ? qtTrId("MenuEditUndo") : namedUndo);
+        redo->setText(redoName.isEmpty() ? qtTrId("MenuEditRedo") : namedRedo);
     };
     followStacks();
     QObject::connect(undoManager, &QBUndoManager::stackChanged, undo, followStacks);

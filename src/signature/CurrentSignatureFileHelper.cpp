@@ -143,5 +143,5 @@ QBCurrentSignatureFileHelper::writeSignature(const QString& content)
         suite.setObject(QBFileBookmark::withIdentity(bookmark, result.device, result.inode),
                         QBPrivateDefaultsOutputFileSSB);
     }
-    return {true, {}};
+    return {true, {}, {}};
 }

@@ -117,11 +117,10 @@ void QBHelperAppControl::checkHelper()
     logWarningMessage(stopped ? QStringLiteral("The helper app stopped")
                               : QStringLiteral("The helper app is not running"));
     //% "The quote helper stopped, so the signature no longer changes by itself."
-    reportFailure(stopped ? qtTrId("HelperStopped")
-                          //% "The signature is set to change by itself, but the quote helper "
-                          //% "is not running."
-                          : qtTrId("HelperNotRunning"),
-                  true);
+    const QString stoppedText = qtTrId("HelperStopped");
+    //% "The signature is set to change by itself, but the quote helper is not running."
+    const QString notRunningText = qtTrId("HelperNotRunning");
+    reportFailure(stopped ? stoppedText : notRunningText, true);
 }
 
 void QBHelperAppControl::reportFailure(const QString& text, bool offerStart)
