@@ -207,6 +207,7 @@ void QBMessageBar::showMessage(const QBUserMessage& message)
     if (message.kind == QBUserMessage::Kind::Success)
         QTimer::singleShot(kResultTimeoutMs, added, &QBMessageItem::close);
     show();
+    added->show(); // now, not at the next turn of the loop: the alert goes out with it
 }
 
 void QBMessageBar::dismiss(const QString& topic)
