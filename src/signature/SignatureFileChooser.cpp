@@ -17,6 +17,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -40,9 +41,20 @@ bool isBookmarkedFile(const QString& path)
            QFileInfo(resolution.path).canonicalFilePath() == QFileInfo(path).canonicalFilePath();
 }
 
+// The main window, which the save dialog was shown on; the active window without one.
+QWidget* mainWindow()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (window->isVisible() && qobject_cast<QMainWindow*>(window))
+            return window;
+    }
+    return QApplication::activeWindow();
+}
+
 void askBeforeReplacing(const QUrl& url, std::function<void(const QUrl&)> use)
 {
-    QWidget* parent = QApplication::activeWindow();
+    QWidget* parent = mainWindow();
     const QString name = QFileInfo(url.toLocalFile()).fileName();
     //% "Replace “%1”?"
     auto* box = new QMessageBox(
