@@ -157,6 +157,16 @@ void QBMessageItem::paintEvent(QPaintEvent*)
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
 }
 
+void QBMessageItem::resizeEvent(QResizeEvent* event)
+{
+    QFrame::resizeEvent(event);
+    // The main window's layout knows no height for width: the wrapped text's height at
+    // the width it got is set here, so the message is as tall as its lines, no taller.
+    const int wanted = layout()->heightForWidth(width());
+    if (wanted > 0 && wanted != height())
+        setFixedHeight(wanted);
+}
+
 void QBMessageItem::showEvent(QShowEvent* event)
 {
     QFrame::showEvent(event);
