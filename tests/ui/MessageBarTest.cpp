@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -27,7 +28,9 @@ TEST(MessageBarTest, OneMessagePerTopicNewestFirstAtMostThree)
 {
     QBUserMessages& messages = QBUserMessages::shared();
     QWidget window;
-    auto* bar = new QBMessageBar(messages, &window);
+    auto* bar = new QBMessageBar(messages);
+    (new QVBoxLayout(&window))->addWidget(bar);
+    window.resize(600, 400);
     window.show();
     EXPECT_FALSE(bar->isVisible()); // takes no room while empty
 
@@ -54,7 +57,10 @@ TEST(MessageBarTest, OneMessagePerTopicNewestFirstAtMostThree)
 TEST(MessageBarTest, TheActionRunsOnceClosesItsMessageAndScreenReadersSeeAnAlert)
 {
     QWidget window;
-    QBMessageBar bar(QBUserMessages::shared(), &window);
+    auto* layout = new QVBoxLayout(&window);
+    QBMessageBar bar(QBUserMessages::shared());
+    layout->addWidget(&bar);
+    window.resize(600, 400);
     window.show();
     int runs = 0;
     QBUserMessages::shared().show(
