@@ -3,10 +3,6 @@
 <TS version="2.1" language="de_DE">
 <context>
     <name></name>
-    <message id="QuotesCannotBeSavedTitle">
-        <source>Changes Cannot Be Saved</source>
-        <translation>Änderungen können nicht gespeichert werden</translation>
-    </message>
     <message id="QuotesCannotBeSavedMessage">
         <source>The quotes database at %1 could not be read (%2), so your changes cannot be saved until the file is fixed.</source>
         <translation>Die Zitatdatenbank unter %1 konnte nicht gelesen werden (%2). Ihre Änderungen können erst gespeichert werden, wenn die Datei repariert ist.</translation>
@@ -539,6 +535,163 @@
     <message id="SettingsSignatureQuoteTooLong">
         <source>This quote takes %1 lines, more than %2: the automatic changes pass over it, and Use as Signature writes it all the same.</source>
         <translation>Dieses Zitat hat %1 Zeilen, mehr als %2: der automatische Wechsel übergeht es, und „Als Signatur verwenden“ schreibt es trotzdem.</translation>
+    </message>
+    <message id="CollectionDamagedMessage">
+        <source>Your quotes file could not be read; what could be read is shown. The file as it was is kept at %1.</source>
+        <translation>Ihre Zitatdatei konnte nicht gelesen werden; angezeigt wird, was sich lesen ließ. Die Datei, wie sie war, ist unter %1 aufbewahrt.</translation>
+    </message>
+    <message id="FirstRunHint">
+        <source>First choose where your signature file goes, then point your mail program at it.</source>
+        <translation>Wählen Sie zuerst, wo Ihre Signaturdatei liegen soll, und richten Sie dann Ihr E-Mail-Programm auf sie ein.</translation>
+    </message>
+    <message id="ChooseSignatureFileButton">
+        <source>Choose Signature File…</source>
+        <translation>Signaturdatei wählen …</translation>
+    </message>
+    <message id="FirstRunHintLink">
+        <source>How?</source>
+        <translation>Wie?</translation>
+    </message>
+    <message id="CollectionSaveFailed">
+        <source>Your changes could not be saved: %1</source>
+        <translation>Ihre Änderungen konnten nicht gesichert werden: %1</translation>
+    </message>
+    <message id="TryAgainButton">
+        <source>Try Again</source>
+        <translation>Erneut versuchen</translation>
+    </message>
+    <message id="MenuEditUndoNamed">
+        <source>&amp;Undo %1</source>
+        <translation>&amp;Rückgängig: %1</translation>
+    </message>
+    <message id="MenuEditRedoNamed">
+        <source>&amp;Redo %1</source>
+        <translation>&amp;Wiederholen: %1</translation>
+    </message>
+    <message id="QuoteRemovedResult">
+        <source>Removed “%1”</source>
+        <translation>„%1“ entfernt</translation>
+    </message>
+    <message id="RemoveAllQuestionTitle" numerus="yes">
+        <source>Remove all %n quote(s)?</source>
+        <translation>
+            <numerusform>%n Zitat entfernen?</numerusform>
+            <numerusform>Alle %n Zitate entfernen?</numerusform>
+        </translation>
+    </message>
+    <message id="RemoveAllQuestionMessage">
+        <source>Edit ▸ Undo brings them back.</source>
+        <translation>Mit Bearbeiten ▸ Rückgängig holen Sie sie zurück.</translation>
+    </message>
+    <message id="RemovedAllResult" numerus="yes">
+        <source>Removed all %n quote(s)</source>
+        <translation>
+            <numerusform>%n Zitat entfernt</numerusform>
+            <numerusform>Alle %n Zitate entfernt</numerusform>
+        </translation>
+    </message>
+    <message id="SignatureUpdatedResult">
+        <source>Signature updated</source>
+        <translation>Signatur aktualisiert</translation>
+    </message>
+    <message id="SignatureWriteFailed">
+        <source>The signature file %1 could not be written. %2</source>
+        <translation>Die Signaturdatei %1 konnte nicht geschrieben werden. %2</translation>
+    </message>
+    <message id="ChooseAnotherSignatureFileButton">
+        <source>Choose Another File…</source>
+        <translation>Andere Datei wählen …</translation>
+    </message>
+    <message id="UndoNameEditQuote">
+        <source>Edit Quote</source>
+        <translation>Zitat bearbeiten</translation>
+    </message>
+    <message id="UndoNameAddQuote">
+        <source>Add Quote</source>
+        <translation>Zitat hinzufügen</translation>
+    </message>
+    <message id="UndoNameRemoveDuplicates">
+        <source>Remove Duplicates</source>
+        <translation>Doppelte entfernen</translation>
+    </message>
+    <message id="DuplicatesRemovedResult" numerus="yes">
+        <source>Removed %n duplicate(s)</source>
+        <translation>
+            <numerusform>%n doppeltes Zitat entfernt</numerusform>
+            <numerusform>%n doppelte Zitate entfernt</numerusform>
+        </translation>
+    </message>
+    <message id="UndoNameRemoveQuote">
+        <source>Remove Quote</source>
+        <translation>Zitat entfernen</translation>
+    </message>
+    <message id="UndoNameRemoveAll">
+        <source>Remove All</source>
+        <translation>Alle entfernen</translation>
+    </message>
+    <message id="SignatureFileReplacedReason">
+        <source>Another file has taken its place since it was chosen.</source>
+        <translation>Seit sie gewählt wurde, steht eine andere Datei an ihrer Stelle.</translation>
+    </message>
+    <message id="SignatureNoFileReason">
+        <source>No signature file is chosen.</source>
+        <translation>Es ist keine Signaturdatei gewählt.</translation>
+    </message>
+    <message id="HelperStartFailed">
+        <source>The quote helper could not be started: %1</source>
+        <translation>Der Zitat-Helfer konnte nicht gestartet werden: %1</translation>
+    </message>
+    <message id="HelperStopFailed">
+        <source>The quote helper could not be stopped: %1</source>
+        <translation>Der Zitat-Helfer konnte nicht beendet werden: %1</translation>
+    </message>
+    <message id="HelperStopped">
+        <source>The quote helper stopped, so the signature no longer changes by itself.</source>
+        <translation>Der Zitat-Helfer wurde beendet, daher wechselt die Signatur nicht mehr von selbst.</translation>
+    </message>
+    <message id="HelperNotRunning">
+        <source>The signature is set to change by itself, but the quote helper is not running.</source>
+        <translation>Die Signatur soll von selbst wechseln, aber der Zitat-Helfer läuft nicht.</translation>
+    </message>
+    <message id="HelperStartButton">
+        <source>Start Helper</source>
+        <translation>Helfer starten</translation>
+    </message>
+    <message id="ReplaceForeignFileTitle">
+        <source>Replace “%1”?</source>
+        <translation>„%1“ ersetzen?</translation>
+    </message>
+    <message id="ReplaceForeignFileMessage">
+        <source>“%1” already exists and was not written by %2. Its contents will be replaced by your quotes.</source>
+        <translation>„%1“ gibt es schon, und %2 hat sie nicht geschrieben. Ihr Inhalt wird durch Ihre Zitate ersetzt.</translation>
+    </message>
+    <message id="ReplaceForeignFileButton">
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message id="HelpShownInAppMessage">
+        <source>No web browser could open the help, so it is shown in a window of %1.</source>
+        <translation>Kein Webbrowser konnte die Hilfe öffnen, daher zeigt %1 sie in einem eigenen Fenster.</translation>
+    </message>
+    <message id="HelpWindowBack">
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message id="HelpWindowForward">
+        <source>Forward</source>
+        <translation>Vor</translation>
+    </message>
+    <message id="HelpWindowContents">
+        <source>Contents</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message id="MessageCloseButton">
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message id="MessageUndoButton">
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
     </message>
 </context>
 <context>

@@ -3,10 +3,6 @@
 <TS version="2.1" language="en_US">
 <context>
     <name></name>
-    <message id="QuotesCannotBeSavedTitle">
-        <source>Changes Cannot Be Saved</source>
-        <translation type="unfinished"></translation>
-    </message>
     <message id="QuotesCannotBeSavedMessage">
         <source>The quotes database at %1 could not be read (%2), so your changes cannot be saved until the file is fixed.</source>
         <translation type="unfinished"></translation>
@@ -539,6 +535,163 @@
     </message>
     <message id="SettingsSignatureQuoteTooLong">
         <source>This quote takes %1 lines, more than %2: the automatic changes pass over it, and Use as Signature writes it all the same.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CollectionDamagedMessage">
+        <source>Your quotes file could not be read; what could be read is shown. The file as it was is kept at %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="FirstRunHint">
+        <source>First choose where your signature file goes, then point your mail program at it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="ChooseSignatureFileButton">
+        <source>Choose Signature File…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="FirstRunHintLink">
+        <source>How?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="CollectionSaveFailed">
+        <source>Your changes could not be saved: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="TryAgainButton">
+        <source>Try Again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MenuEditUndoNamed">
+        <source>&amp;Undo %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MenuEditRedoNamed">
+        <source>&amp;Redo %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuoteRemovedResult">
+        <source>Removed “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="RemoveAllQuestionTitle" numerus="yes">
+        <source>Remove all %n quote(s)?</source>
+        <translation>
+            <numerusform>Remove %n quote?</numerusform>
+            <numerusform>Remove all %n quotes?</numerusform>
+        </translation>
+    </message>
+    <message id="RemoveAllQuestionMessage">
+        <source>Edit ▸ Undo brings them back.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="RemovedAllResult" numerus="yes">
+        <source>Removed all %n quote(s)</source>
+        <translation>
+            <numerusform>Removed %n quote</numerusform>
+            <numerusform>Removed all %n quotes</numerusform>
+        </translation>
+    </message>
+    <message id="SignatureUpdatedResult">
+        <source>Signature updated</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SignatureWriteFailed">
+        <source>The signature file %1 could not be written. %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="ChooseAnotherSignatureFileButton">
+        <source>Choose Another File…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="UndoNameEditQuote">
+        <source>Edit Quote</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="UndoNameAddQuote">
+        <source>Add Quote</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="UndoNameRemoveDuplicates">
+        <source>Remove Duplicates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="DuplicatesRemovedResult" numerus="yes">
+        <source>Removed %n duplicate(s)</source>
+        <translation>
+            <numerusform>Removed %n duplicate</numerusform>
+            <numerusform>Removed %n duplicates</numerusform>
+        </translation>
+    </message>
+    <message id="UndoNameRemoveQuote">
+        <source>Remove Quote</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="UndoNameRemoveAll">
+        <source>Remove All</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SignatureFileReplacedReason">
+        <source>Another file has taken its place since it was chosen.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SignatureNoFileReason">
+        <source>No signature file is chosen.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelperStartFailed">
+        <source>The quote helper could not be started: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelperStopFailed">
+        <source>The quote helper could not be stopped: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelperStopped">
+        <source>The quote helper stopped, so the signature no longer changes by itself.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelperNotRunning">
+        <source>The signature is set to change by itself, but the quote helper is not running.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelperStartButton">
+        <source>Start Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="ReplaceForeignFileTitle">
+        <source>Replace “%1”?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="ReplaceForeignFileMessage">
+        <source>“%1” already exists and was not written by %2. Its contents will be replaced by your quotes.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="ReplaceForeignFileButton">
+        <source>Replace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelpShownInAppMessage">
+        <source>No web browser could open the help, so it is shown in a window of %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelpWindowBack">
+        <source>Back</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelpWindowForward">
+        <source>Forward</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelpWindowContents">
+        <source>Contents</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MessageCloseButton">
+        <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="MessageUndoButton">
+        <source>Undo</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

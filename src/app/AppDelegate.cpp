@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "app/LaunchMessages.h"
 #include "app/MainMenu.h"
 #include "app/QuotesWindowController.h"
 #include "core/AppIdentity.h"
@@ -84,6 +85,8 @@ void QBAppDelegate::applicationDidFinishLaunching()
     QApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
     showMainWindow();
     installAlerts();
+    qblaunchmessages::installSaveMessages();
+    qblaunchmessages::postLaunchMessages();
     if (TelemetryManager* telemetry = TelemetryManager::shared()) {
         telemetry->setDisplayEnvironment(displayEnvironmentOf(*mQuotesWindowController));
     }
@@ -128,16 +131,6 @@ void QBAppDelegate::showMainWindow()
 void QBAppDelegate::installAlerts()
 {
     QBAlert::shared().setParentWindow(mQuotesWindowController);
-    CQuotesRepository::getInstance().setSaveRefusedObserver(
-        [](const std::string& path, const std::string& reason) {
-            QBAlert::shared().warningWithTitle(
-                //% "Changes Cannot Be Saved"
-                qtTrId("QuotesCannotBeSavedTitle"),
-                //% "The quotes database at %1 could not be read (%2), so your changes cannot "
-                //% "be saved until the file is fixed."
-                qtTrId("QuotesCannotBeSavedMessage")
-                    .arg(QString::fromStdString(path), QString::fromStdString(reason)));
-        });
     QBQuoteEditHelper::setYesNoQuestion([](const QString& title, const QString& message, int style,
                                            std::function<void()> onYes,
                                            std::function<void()> onNo) {

@@ -49,9 +49,18 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
     redo->setObjectName(QStringLiteral("redoAction"));
     redo->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
     QObject::connect(redo, &QAction::triggered, undoManager, &QBUndoManager::redo);
+    // The items name what they take back: "Undo Remove All".
     const auto followStacks = [undo, redo, undoManager] {
         undo->setEnabled(undoManager->canUndo());
         redo->setEnabled(undoManager->canRedo());
+        const QString undoName = undoManager->canUndo() ? undoManager->undoActionName() : QString();
+        const QString redoName = undoManager->canRedo() ? undoManager->redoActionName() : QString();
+        //% "&Undo %1"
+        const QString namedUndo = qtTrId("MenuEditUndoNamed").arg(undoName);
+        //% "&Redo %1"
+        const QString namedRedo = qtTrId("MenuEditRedoNamed").arg(redoName);
+        undo->setText(undoName.isEmpty() ? qtTrId("MenuEditUndo") : namedUndo);
+        redo->setText(redoName.isEmpty() ? qtTrId("MenuEditRedo") : namedRedo);
     };
     followStacks();
     QObject::connect(undoManager, &QBUndoManager::stackChanged, undo, followStacks);

@@ -5,6 +5,7 @@
 #include "app/QuoteListPlaceholder.h"
 #include "app/QuotesEditorViewController.h"
 #include "app/SignatureFitControl.h"
+#include "app/SignatureWriteReport.h"
 #include "app/WindowMemory.h"
 #include "import/BatchImportDialogs.h"
 #include "import/FileDropImport.h"
@@ -17,9 +18,12 @@
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SettingsViewController.h"
+#include "signature/SignatureFileChooser.h"
 #include "ui/Alert.h"
 #include "ui/AppearanceHelper.h"
+#include "ui/MessageBar.h"
 #include "ui/ViewInstaller.h"
+#include "util/CommandResults.h"
 #include "util/UndoManager.h"
 #include "util/UserDefaults.h"
 #include "util/UserMessages.h"
@@ -39,6 +43,8 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     : QMainWindow(parent), mUi(std::make_unique<Ui::QBQuotesWindow>()), mUndoManager(undoManager)
 {
     mUi->setupUi(this);
+    // Failures and the results of commands show above the list and the editor.
+    mUi->centralLayout->insertWidget(0, new QBMessageBar(QBUserMessages::shared(), this));
     mQuotesArrayController = new QBQuotesListModel(&mQuotesSource, this);
     registerForNotifications();
     mEditorArea = new QBEditorAreaViewController(undoManager, mUi->areaPlaceholderView);
@@ -434,37 +440,21 @@ void QBQuotesWindowController::chooseQuote()
     if (quote == nullptr)
         return;
     logInfoMessage(QStringLiteral("Making <%1> the current signature").arg(quote->quoteUID()));
-    QBUserDefaults& defaults = QBUserDefaults::standardUserDefaults();
-    if (!defaults.stringForKey(QBDefaultsSignatureOutputPath).isEmpty()) {
-        QBComposedSignature composed;
-        // Written even when it is longer than the limit: the user asked for this quote.
-        if (QBCurrentSignatureFileHelper::writeQuoteAsSignature(quote->content(), defaults,
-                                                                &composed) &&
-            !composed.fits) {
-            QBUserMessage message;
-            message.kind = QBUserMessage::Kind::Warning;
-            //% "The quote takes %1 lines, more than the signature's limit of %2; it was "
-            //% "written all the same."
-            message.text = qtTrId("SignatureLongerThanLimit")
-                               .arg(composed.quoteLines)
-                               .arg(QBSignatureSettings::fromDefaults(defaults).maxLines);
-            message.topic = QStringLiteral("SignatureLongerThanLimit");
-            QBUserMessages::shared().show(message);
-        }
+    if (!QBUserDefaults::standardUserDefaults()
+             .stringForKey(QBDefaultsSignatureOutputPath)
+             .isEmpty()) {
+        QBSignatureWriteReport::write(quote->content());
         return;
     }
-    //% "No Output File Specified"
-    QBAlert::shared().infoWithTitle(qtTrId("NoOutputFileSpecified"),
-                                    //% "Please specify an output file"
-                                    qtTrId("PleaseSpecifyOutputFile"));
+    // No file yet: choosing one writes the selected quote into it.
+    QBSignatureFileChooser::chooseAndUseFile();
 }
 
 void QBQuotesWindowController::handleWriteCurrentQuote()
 {
     const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote();
     const QString content = quote != nullptr ? quote->content() : QStringLiteral("...");
-    if (!QBCurrentSignatureFileHelper::writeQuoteAsSignature(
-            content, QBUserDefaults::standardUserDefaults())) {
+    if (!QBSignatureWriteReport::write(content, quote != nullptr)) {
         logWarningMessage(
             QStringLiteral("Failed to write current quote - bookmark may be invalid"));
         chooseQuote();
@@ -499,15 +489,44 @@ void QBQuotesWindowController::removeCurrentQuote()
     if (quote == nullptr)
         return;
     logInfoMessage(QStringLiteral("Removing selected quote '%1'").arg(quote->quoteUID()));
+    const QString excerpt = quote->content().simplified();
     QBQuoteEditHelper::removeQuote(quote->quoteUID(), mUndoManager, true);
+    //% "Removed “%1”"
+    QBCommandResults::reportUndoable(
+        qtTrId("QuoteRemovedResult")
+            .arg(excerpt.size() > 40 ? excerpt.left(39) + QChar(0x2026) : excerpt),
+        mUndoManager);
 }
 
 void QBQuotesWindowController::removeAllQuotes()
 {
+    const int count = static_cast<int>(mQuotesSource.count());
+    if (count <= 1) {
+        removeAllQuotesNow();
+        return;
+    }
+    QPointer<QBQuotesWindowController> window(this);
+    QBAlert::shared().showYesNoAlertWithLocalizedTitle(
+        //% "Remove all %n quote(s)?"
+        qtTrId("RemoveAllQuestionTitle", count),
+        //% "Edit ▸ Undo brings them back."
+        qtTrId("RemoveAllQuestionMessage"), QBAlert::Warning,
+        [window] {
+            if (window)
+                window->removeAllQuotesNow();
+        },
+        {});
+}
+
+void QBQuotesWindowController::removeAllQuotesNow()
+{
     mUi->filterField->clear();
+    const int count = static_cast<int>(mQuotesSource.count());
     logInfoMessage(
         QStringLiteral("Removing all %1 quotes").arg(mQuotesArrayController->rowCount()));
     QBQuoteEditHelper::removeAllQuotesWithUndoManager(mUndoManager);
+    //% "Removed all %n quote(s)"
+    QBCommandResults::reportUndoable(qtTrId("RemovedAllResult", count), mUndoManager);
 }
 
 void QBQuotesWindowController::switchToSettings()

@@ -39,6 +39,7 @@ public:
     void startExport();
     void addQuote();
     void removeCurrentQuote();
+    // Asks first, with the count, when there is more than one quote.
     void removeAllQuotes();
     void switchToSettings();
     void handleQuoteListDoubleClick();
@@ -90,6 +91,7 @@ private:
     // The row of the quote with |quoteUID| in the arranged list, or -1.
     int rowOfQuote(const QString& quoteUID);
     void selectQuoteForEditing(const QString& quoteUID);
+    void removeAllQuotesNow();
 
     std::unique_ptr<Ui::QBQuotesWindow> mUi;
     QPointer<QBUndoManager> mUndoManager;

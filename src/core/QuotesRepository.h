@@ -31,6 +31,13 @@ public:
     // program replaced the file since it was loaded or saved, its version is first kept
     // as a copy. Always true.
     bool saveQuotes();
+    // Told after every save with the reason it failed, or an empty text when it worked.
+    void setSaveResultObserver(std::function<void(const std::string&)> observer)
+    {
+        mSaveResultObserver = std::move(observer);
+    }
+    // Where the last load kept a copy of the file it could not read; empty when it read it.
+    const std::string& damagedCopyPath() const { return mDamagedCopyPath; }
     // Whether saving is refused because the file failed to load and no copy was kept.
     bool isSavingRefused() const { return mSaveRefusal.has_value(); }
     // Told once per load, at the first refused save, with the path and the reason.
@@ -69,6 +76,8 @@ private:
     std::optional<std::string> mSaveRefusal;
     bool mSaveRefusalReported = false;
     std::function<void(const std::string&, const std::string&)> mSaveRefusedObserver;
+    std::function<void(const std::string&)> mSaveResultObserver;
+    std::string mDamagedCopyPath;
 };
 
 // Replaces the file at |path| crash-safely with the database document of |records|

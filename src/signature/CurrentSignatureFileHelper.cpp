@@ -38,13 +38,14 @@ bool QBCurrentSignatureFileHelper::isPathOnICloudDrive(const QUrl& url)
 using Level = qblog::Level;
 
 QBCurrentSignatureFileHelper::WriteResult
-QBCurrentSignatureFileHelper::writeFailure(const QString& error)
+QBCurrentSignatureFileHelper::writeFailure(const QString& error, const QString& reason)
 {
     return {false,
             {{Level::Warning,
               QStringLiteral("Failed to access security scoped bookmark or write file: ") + error},
              {Level::Info, QStringLiteral("Helper app detected bookmark failure but not deleting "
-                                          "(main app responsibility)")}}};
+                                          "(main app responsibility)")}},
+            reason};
 }
 
 QBCurrentSignatureFileHelper::WriteResult QBCurrentSignatureFileHelper::staleBookmark()
@@ -52,7 +53,9 @@ QBCurrentSignatureFileHelper::WriteResult QBCurrentSignatureFileHelper::staleBoo
     return {false,
             {{Level::Warning, QStringLiteral("Failed to resolve bookmark: Data is stale")},
              {Level::Info, QStringLiteral("Helper app detected stale bookmark but not deleting "
-                                          "(main app responsibility)")}}};
+                                          "(main app responsibility)")}},
+            //% "Another file has taken its place since it was chosen."
+            qtTrId("SignatureFileReplacedReason")};
 }
 
 void QBCurrentSignatureFileHelper::logMessages(
@@ -117,14 +120,16 @@ QBCurrentSignatureFileHelper::writeSignatureBytes(const QByteArray& bytes)
     const QVariant stored = suite.objectForKey(QBPrivateDefaultsOutputFileSSB);
     if (stored.typeId() != QMetaType::QByteArray) {
         return {false,
-                {{Level::Warning, QStringLiteral("Failed to read security scoped bookmark")}}};
+                {{Level::Warning, QStringLiteral("Failed to read security scoped bookmark")}},
+                //% "No signature file is chosen."
+                qtTrId("SignatureNoFileReason")};
     }
     const QByteArray bookmark = stored.toByteArray();
 
     const QBFileBookmark::Resolution resolution =
         QBFileBookmark::resolve(bookmark, bookmarkBasePath());
     if (!resolution.ok()) {
-        return writeFailure(resolution.error);
+        return writeFailure(resolution.error, resolution.error);
     }
     if (resolution.isStale) {
         return staleBookmark();
@@ -142,7 +147,8 @@ QBCurrentSignatureFileHelper::writeSignatureBytes(const QByteArray& bytes)
         return staleBookmark();
     case QBFileReplacer::Result::Status::Failed:
         return writeFailure(
-            QStringLiteral("Cannot write '%1': %2").arg(resolution.path, result.error));
+            QStringLiteral("Cannot write '%1': %2").arg(resolution.path, result.error),
+            result.error);
     case QBFileReplacer::Result::Status::Written:
         break;
     }
@@ -151,5 +157,5 @@ QBCurrentSignatureFileHelper::writeSignatureBytes(const QByteArray& bytes)
         suite.setObject(QBFileBookmark::withIdentity(bookmark, result.device, result.inode),
                         QBPrivateDefaultsOutputFileSSB);
     }
-    return {true, {}};
+    return {true, {}, {}};
 }

@@ -45,6 +45,8 @@ public:
     {
         bool written = false;
         std::vector<std::pair<qblog::Level, QString>> messages;
+        // Why it failed, in words for the user.
+        QString reason;
     };
     static WriteResult writeSignature(const QString& content);
     // The same with the file's bytes already composed (QBSignatureComposer).
@@ -62,6 +64,6 @@ public:
 private:
     // The quotes database path, the base of every bookmark; stops the process if none.
     static QString bookmarkBasePath();
-    static WriteResult writeFailure(const QString& error);
+    static WriteResult writeFailure(const QString& error, const QString& reason);
     static WriteResult staleBookmark();
 };

@@ -6,6 +6,7 @@
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
+#include "signature/SignatureFileChooser.h"
 #include "signature/SignatureSection.h"
 #include "telemetry/QBTelemetryHelper.h"
 #include "ui/Alert.h"
@@ -98,6 +99,8 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
             }
         });
     updateControls();
+    if (mStandardDefaults.boolForKey(QBDefaultsAutoRandomize))
+        mHelperAppControl.watchRunningHelper();
 }
 
 QBSettingsViewController::~QBSettingsViewController()
@@ -180,8 +183,7 @@ void QBSettingsViewController::handleChangeIntervalSelected(int index)
 
 void QBSettingsViewController::pathFieldClicked()
 {
-    QBCurrentSignatureFileHelper::askPathToOutputSignatureFile(
-        [this](const QUrl& url) { updateOutputFilePath(url); });
+    QBSignatureFileChooser::chooseFile([this](const QUrl& url) { updateOutputFilePath(url); });
 }
 
 void QBSettingsViewController::handleHelpClicked()
@@ -191,22 +193,7 @@ void QBSettingsViewController::handleHelpClicked()
 
 void QBSettingsViewController::updateOutputFilePath(const QUrl& url)
 {
-    const QString path = url.toLocalFile();
-    logInfoMessage(QStringLiteral("Path changed to ") + path);
-    if (path.isEmpty()) {
-        logWarningMessage("Empty path received in updateOutputFilePath(_:)");
-        return;
-    }
-    if (QBCurrentSignatureFileHelper::isPathOnICloudDrive(url)) {
-        //% "Please Choose Different Location"
-        QBAlert::shared().warningWithTitle(qtTrId("PleaseChooseDifferentLocation"),
-                                           //% "iCloud Drive Not Yet Supported"
-                                           qtTrId("ICloudDriveNotYetSupported"));
-        return;
-    }
-    mStandardDefaults.setObject(path, QBDefaultsSignatureOutputPath);
-    QBCurrentSignatureFileHelper::createSecurityScopedBookmarkForPath(url);
-    QBNotificationCenter::defaultCenter().post(QBWriteCurrentQuoteNotification, this);
+    QBSignatureFileChooser::useFile(url, mStandardDefaults, this);
 }
 
 bool QBSettingsViewController::snapshotBool(const QString& key) const

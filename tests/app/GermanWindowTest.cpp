@@ -1,5 +1,7 @@
 // The launched application and the command lines of both executables under LANGUAGE=de.
 #include "app/EditorAreaViewController.h"
+#include "core/QuotesRepository.h"
+#include "ui/MessageBar.h"
 
 #include "LaunchedAppFixture.h"
 
@@ -46,15 +48,16 @@ TEST_F(GermanWindowTest, MenusButtonsAlertsAndTheSettingsPageReadGerman)
     EXPECT_EQ(menus, (QStringList{u"&Datei"_s, u"&Bearbeiten"_s, u"&Zitate"_s, u"&Hilfe"_s}));
     EXPECT_EQ(child<QAbstractButton>("removeAllButton")->text(), u"Alle entfernen"_s);
 
-    // "Use as Signature" without a signature file: the alert, with Qt's own OK button.
-    QListView* list = mWindow->quotesListView();
-    list->setCurrentIndex(list->model()->index(0, 0));
-    child<QAction>("chooseQuoteAction")->trigger();
-    auto* alert = mWindow->findChild<QMessageBox*>();
-    ASSERT_NE(alert, nullptr);
-    EXPECT_EQ(alert->windowTitle() + u" / "_s + alert->text(),
-              u"Keine Ausgabedatei festgelegt / Bitte legen Sie eine Ausgabedatei fest"_s);
-    alert->done(0);
+    // Remove All asks first, with the count; the first-run hint reads German too.
+    const auto count = qsizetype(CQuotesRepository::getInstance().mQuotes.size());
+    child<QAction>("removeAllQuotesAction")->trigger();
+    auto* question = mWindow->findChild<QMessageBox*>();
+    ASSERT_NE(question, nullptr);
+    EXPECT_EQ(question->windowTitle(), u"Alle %1 Zitate entfernen?"_s.arg(count));
+    question->done(0);
+    const QBMessageItem* hint = mWindow->findChild<QBMessageItem*>();
+    ASSERT_NE(hint, nullptr);
+    EXPECT_TRUE(hint->text().startsWith(u"Wählen Sie zuerst"_s)) << hint->text().toStdString();
 
     // The settings page, built from its form with text ids.
     QWidget* settings = mWindow->editorAreaViewController()->settingsViewController();

@@ -2,12 +2,17 @@
 #include "app/EditorAreaViewController.h"
 #include "app/QuoteListPlaceholder.h"
 #include "app/QuotesEditorViewController.h"
+#include "app/SignatureWriteReport.h"
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
 #include "model/Notifications.h"
 #include "model/QuoteEditHelper.h"
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
+#include "signature/SignatureFileChooser.h"
+#include "ui/HelpWindow.h"
+#include "ui/MessageBar.h"
+#include "util/CommandResults.h"
 #include "util/NotificationCenter.h"
 #include "util/UserMessages.h"
 
@@ -17,9 +22,11 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
@@ -27,6 +34,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTextEdit>
 
 #include <gtest/gtest.h>
@@ -92,13 +100,34 @@ protected:
         return quotes;
     }
     QMessageBox* openAlert() const { return mWindow->findChild<QMessageBox*>(); }
-    // The signature file points at |path| (created empty), as the settings would set it.
-    void useSignatureFile(const QString& path) const
+    QAction* findAction(const char* name) const { return child<QAction>(name); }
+    QBMessageBar* bar() const { return mWindow->findChild<QBMessageBar*>(); }
+    QString barText(const QString& topic) const
     {
-        ASSERT_TRUE(writeFileBytes(path, {}));
-        QBUserDefaults::standardUserDefaults().setObject(path, QBDefaultsSignatureOutputPath);
-        QBCurrentSignatureFileHelper::createSecurityScopedBookmarkForPath(
-            QUrl::fromLocalFile(path));
+        const QBMessageItem* item = bar()->item(topic);
+        return item != nullptr ? item->text() : QString();
+    }
+    QAbstractButton* barButton(const QString& topic, const char* name) const
+    {
+        QCoreApplication::processEvents(); // laid out, as on screen
+        const QBMessageItem* item = bar()->item(topic);
+        return item != nullptr ? item->findChild<QAbstractButton*>(QString::fromLatin1(name))
+                               : nullptr;
+    }
+    // Answers the open save dialog with |path|, after checking where it started.
+    void chooseInDialog(const QString& offered, const QString& path) const
+    {
+        auto* dialog = mWindow->findChild<QFileDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        if (!offered.isEmpty()) {
+            EXPECT_EQ(dialog->selectedFiles().value(0), offered);
+        }
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        ASSERT_NE(name, nullptr);
+        name->setText(path); // typed as a user would
+        static_cast<QDialog*>(dialog)->accept();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        settle();
     }
     static QString signatureText(const QString& path)
     {
@@ -246,6 +275,15 @@ TEST_F(QuotesWindowTest, FilterAndListKeysUndoShowsHiddenQuotesAndEmptyListsSayS
     EXPECT_EQ(rows(), mSeedCount);
 
     click("removeAllButton");
+    QMessageBox* question = openAlert();
+    ASSERT_NE(question, nullptr);
+    for (QAbstractButton* button : question->buttons()) {
+        if (question->buttonRole(button) == QMessageBox::YesRole)
+            QTest::mouseClick(button, Qt::LeftButton);
+    }
+    // The window manager gives the window back the keyboard when the question closes.
+    QApplication::setActiveWindow(mWindow);
+    settle();
     EXPECT_EQ(placeholder->text(),
               QStringLiteral("No quotes yet. Add one, or import many from a text file."));
     EXPECT_NE(child<QPushButton>("importQuotesActionButton"), nullptr);
@@ -283,8 +321,9 @@ TEST_F(QuotesWindowTest, ClosingKeepsTheOpenEditAndARelaunchRestoresPlaceAndSele
               text);
 }
 
-TEST_F(QuotesWindowTest, RemoveAndRemoveAllAreSavedAndRemoveAllIsUndoneInOneStep)
+TEST_F(QuotesWindowTest, RemoveAllAsksWithTheCountAndTheBarsUndoBringsThemBack)
 {
+    QAction* undo = findAction("undoAction");
     clickRow(4);
     const QString removed = uidOfRow(4);
     const QString next = uidOfRow(5);
@@ -292,46 +331,147 @@ TEST_F(QuotesWindowTest, RemoveAndRemoveAllAreSavedAndRemoveAllIsUndoneInOneStep
     EXPECT_EQ(rows(), mSeedCount - 1);
     EXPECT_EQ(uidOfRow(4), next);
     EXPECT_EQ(savedQuotes().count(removed), 0u);
-    EXPECT_TRUE(mWindow->windowTitle().contains(QString::number(mSeedCount - 1)));
     EXPECT_EQ(mEditor->currentQuote(), nullptr);
+    EXPECT_TRUE(barText(QBCommandResults::kTopic).startsWith(QStringLiteral("Removed “")));
+    EXPECT_EQ(undo->text(), QStringLiteral("&Undo Remove Quote"));
 
     auto* filter = child<QLineEdit>("filterField");
     filter->setText(QStringLiteral("the"));
     ASSERT_LT(rows(), mSeedCount - 1);
-    click("removeAllButton"); // clears the filter first, then everything goes
-    EXPECT_EQ(filter->text(), QString());
+    for (const QMessageBox::ButtonRole answer : {QMessageBox::NoRole, QMessageBox::YesRole}) {
+        click("removeAllButton");
+        QMessageBox* question = openAlert();
+        ASSERT_NE(question, nullptr);
+        EXPECT_EQ(question->windowTitle(),
+                  QStringLiteral("Remove all %1 quotes?").arg(mSeedCount - 1));
+        for (QAbstractButton* button : question->buttons()) {
+            if (question->buttonRole(button) == answer)
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+        settle();
+        if (answer == QMessageBox::NoRole) { // nothing happens
+            EXPECT_EQ(savedQuotes().size(), std::size_t(mSeedCount - 1));
+        }
+    }
+    EXPECT_EQ(filter->text(), QString()); // cleared first, then everything goes
     EXPECT_EQ(rows(), 0);
     EXPECT_TRUE(savedQuotes().empty());
     EXPECT_FALSE(child<QAction>("removeAllQuotesAction")->isEnabled());
-    mDelegate.undoManager().undo();
+    EXPECT_EQ(barText(QBCommandResults::kTopic),
+              QStringLiteral("Removed all %1 quotes").arg(mSeedCount - 1));
+    EXPECT_EQ(undo->text(), QStringLiteral("&Undo Remove All"));
+
+    QTest::mouseClick(barButton(QBCommandResults::kTopic, "messageAction"), Qt::LeftButton);
+    settle();
     EXPECT_EQ(rows(), mSeedCount - 1);
     EXPECT_EQ(savedQuotes().size(), std::size_t(mSeedCount - 1));
+    EXPECT_EQ(findAction("redoAction")->text(), QStringLiteral("&Redo Remove All"));
+    EXPECT_EQ(bar()->item(QBCommandResults::kTopic), nullptr);
+
+    // A result whose step is no longer the one Undo takes back goes away.
+    clickRow(0);
+    click("removeButton");
+    ASSERT_NE(bar()->item(QBCommandResults::kTopic), nullptr);
+    click("addButton");
+    EXPECT_EQ(bar()->item(QBCommandResults::kTopic), nullptr);
+    EXPECT_EQ(undo->text(), QStringLiteral("&Undo Add Quote"));
 }
 
-TEST_F(QuotesWindowTest, ChoosingAQuoteWritesTheSignatureFileOrAsksForAnOutputFile)
+TEST_F(QuotesWindowTest, FirstRunHintUseAsSignatureChoosesAFileFirstAndWriteFailuresShow)
 {
+    // First run: the hint with its link to the help and the chooser.
+    EXPECT_EQ(barText(QBSignatureFileChooser::kHintTopic),
+              QStringLiteral("First choose where your signature file goes, then point your mail "
+                             "program at it."));
+    EXPECT_TRUE(bar()
+                    ->item(QBSignatureFileChooser::kHintTopic)
+                    ->findChild<QLabel*>(QStringLiteral("messageText"))
+                    ->text()
+                    .contains(QStringLiteral("href=\"#QB_SIGNATURE\"")));
+
+    // Use as Signature with no file: the chooser, in the home folder, then the write.
+    ASSERT_TRUE(QDir().mkpath(mHome.filePath(QStringLiteral("Mail"))));
     const QString signature = mHome.filePath(QStringLiteral("Mail/signature.txt"));
     clickRow(0);
-    click("chooseQuoteButton"); // no output file yet
-    QMessageBox* alert = openAlert();
-    ASSERT_NE(alert, nullptr);
-    EXPECT_EQ(alert->text(), QStringLiteral("Please specify an output file"));
-    EXPECT_EQ(alert->windowTitle(), QStringLiteral("No Output File Specified"));
-    alert->accept();
-    EXPECT_FALSE(QFile::exists(signature));
-    settle();
-    mWindow->activateWindow(); // the keyboard comes back from the alert
-    ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
+    click("chooseQuoteButton");
+    chooseInDialog(QDir::home().filePath(QStringLiteral("CurrentSignature.txt")), signature);
+    EXPECT_EQ(signatureText(signature), savedQuotes().at(uidOfRow(0)));
+    EXPECT_EQ(bar()->item(QBSignatureFileChooser::kHintTopic), nullptr);
+    EXPECT_EQ(barText(QBCommandResults::kTopic), QStringLiteral("Signature updated"));
 
-    useSignatureFile(signature);
+    // The folder went away (an unplugged drive): the reason, and another file.
+    ASSERT_TRUE(QDir(mHome.filePath(QStringLiteral("Mail"))).removeRecursively());
     clickRow(3);
-    QTest::keyClick(mWindow, Qt::Key_L, Qt::ControlModifier);
-    EXPECT_EQ(signatureText(signature), savedQuotes().at(uidOfRow(3)));
+    click("chooseQuoteButton");
+    const QString failure = barText(QBSignatureWriteReport::kTopic);
+    EXPECT_TRUE(failure.startsWith(
+        QStringLiteral("The signature file %1 could not be written.").arg(signature)))
+        << failure.toStdString();
+    EXPECT_GT(failure.size(), signature.size() + 45) << "and why";
+    QAbstractButton* another = barButton(QBSignatureWriteReport::kTopic, "messageAction");
+    ASSERT_NE(another, nullptr);
+    EXPECT_EQ(another->text(), QStringLiteral("Choose Another File…"));
+
+    // A file that Quillbox2 did not write is replaced only when the user says so.
+    const QString foreign = mHome.filePath(QStringLiteral("mine.txt"));
+    ASSERT_TRUE(writeFileBytes(foreign, "-- \nMy own signature\n"));
+    for (const QMessageBox::StandardButton answer : {QMessageBox::Cancel, QMessageBox::NoButton}) {
+        click("chooseQuoteButton"); // fails again, and says so again
+        QAbstractButton* chooseAnother = barButton(QBSignatureWriteReport::kTopic, "messageAction");
+        ASSERT_NE(chooseAnother, nullptr);
+        QTest::mouseClick(chooseAnother, Qt::LeftButton);
+        chooseInDialog({}, foreign);
+        QMessageBox* question = openAlert();
+        ASSERT_NE(question, nullptr);
+        EXPECT_EQ(question->windowTitle(), QStringLiteral("Replace “mine.txt”?"));
+        QAbstractButton* button = answer == QMessageBox::Cancel
+                                      ? question->button(QMessageBox::Cancel)
+                                      : question->buttons().constFirst();
+        if (answer != QMessageBox::Cancel) {
+            for (QAbstractButton* candidate : question->buttons()) {
+                if (question->buttonRole(candidate) == QMessageBox::DestructiveRole)
+                    button = candidate;
+            }
+        }
+        QTest::mouseClick(button, Qt::LeftButton);
+        settle();
+        if (answer == QMessageBox::Cancel) {
+            EXPECT_EQ(readFileBytes(foreign), "-- \nMy own signature\n");
+        }
+    }
+    EXPECT_EQ(signatureText(foreign), savedQuotes().at(uidOfRow(3)));
+    EXPECT_EQ(bar()->item(QBSignatureWriteReport::kTopic), nullptr);
 
     // The output file changes while nothing is selected.
     mList->selectionModel()->clearSelection();
     QBNotificationCenter::defaultCenter().post(QBWriteCurrentQuoteNotification);
-    EXPECT_EQ(signatureText(signature), QStringLiteral("..."));
+    EXPECT_EQ(signatureText(foreign), QStringLiteral("..."));
+}
+
+TEST_F(QuotesWindowTest, HelpWithNoBrowserOpensInTheAppsOwnHelpWindow)
+{
+    // No browser anywhere: nothing on the path and no browser variables.
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", "");
+    qputenv("BROWSER", "");
+    qunsetenv("DEFAULT_BROWSER");
+    findAction("helpBookAction")->trigger();
+    qputenv("PATH", path);
+    QBHelpWindow* help = QBHelpWindow::instance();
+    ASSERT_NE(help, nullptr);
+    EXPECT_TRUE(help->isVisible());
+    EXPECT_EQ(help->browser()->source().fileName(), QStringLiteral("index.html"));
+    EXPECT_TRUE(help->browser()->toPlainText().contains(QStringLiteral("The signature file")));
+    EXPECT_TRUE(barText(QStringLiteral("help")).startsWith(QStringLiteral("No web browser")));
+
+    // The first-run hint's link opens the same window at its topic.
+    emit bar()
+        ->item(QBSignatureFileChooser::kHintTopic)
+        ->findChild<QLabel*>(QStringLiteral("messageText"))
+        ->linkActivated(QStringLiteral("#QB_SIGNATURE"));
+    EXPECT_EQ(QBHelpWindow::instance(), help);
+    EXPECT_EQ(help->browser()->source().fragment(), QStringLiteral("QB_SIGNATURE"));
+    help->close();
 }
 
 TEST_F(QuotesWindowTest, DroppedFilesAreOneImportReportedInTheMessageBarWithUndo)
