@@ -297,6 +297,18 @@
         <source>Type the quote here.</source>
         <translation>Geben Sie hier das Zitat ein.</translation>
     </message>
+    <message id="SignatureNotWrittenMessage">
+        <source>The signature could not be written: %1</source>
+        <translation>Die Signatur konnte nicht geschrieben werden: %1</translation>
+    </message>
+    <message id="SignatureFileReplacedMessage">
+        <source>Another program replaced the signature file %1, so Quillbox2 no longer writes to it. Choose the signature file again in the settings.</source>
+        <translation>Ein anderes Programm hat die Signaturdatei %1 ersetzt, daher schreibt Quillbox2 nicht mehr hinein. Wählen Sie die Signaturdatei in den Einstellungen erneut aus.</translation>
+    </message>
+    <message id="QuotesConflictCopyKeptMessage">
+        <source>Another program changed your quotes while Quillbox2 had them open. Its version was kept at %1.</source>
+        <translation>Ein anderes Programm hat Ihre Zitate geändert, während Quillbox2 sie geöffnet hatte. Dessen Fassung wurde unter %1 aufbewahrt.</translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

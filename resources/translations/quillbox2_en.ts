@@ -297,6 +297,18 @@
         <source>Type the quote here.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="SignatureNotWrittenMessage">
+        <source>The signature could not be written: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SignatureFileReplacedMessage">
+        <source>Another program replaced the signature file %1, so Quillbox2 no longer writes to it. Choose the signature file again in the settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesConflictCopyKeptMessage">
+        <source>Another program changed your quotes while Quillbox2 had them open. Its version was kept at %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

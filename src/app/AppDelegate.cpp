@@ -18,6 +18,7 @@
 #include "ui/Alert.h"
 #include "ui/LaunchProbe.h"
 #include "util/UserDefaults.h"
+#include "util/UserMessages.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -27,6 +28,16 @@ QBAppDelegate::QBAppDelegate(QObject* parent) : QObject(parent) {}
 
 QBAppDelegate::~QBAppDelegate()
 {
+    CQuotesRepository::getInstance().setConflictCopyObserver([](const std::string& copyPath) {
+        QBUserMessages::shared().show(
+            {QBUserMessage::Kind::Warning,
+             //% "Another program changed your quotes while Quillbox2 had them open. Its version "
+             //% "was kept at %1."
+             qtTrId("QuotesConflictCopyKeptMessage").arg(QString::fromStdString(copyPath)),
+             {},
+             {},
+             QStringLiteral("quotes-conflict")});
+    });
     QBQuoteEditHelper::setYesNoQuestion({});
     delete mQuotesWindowController;
 }
@@ -131,6 +142,16 @@ void QBAppDelegate::installAlerts()
                 qtTrId("QuotesCannotBeSavedMessage")
                     .arg(QString::fromStdString(path), QString::fromStdString(reason)));
         });
+    CQuotesRepository::getInstance().setConflictCopyObserver([](const std::string& copyPath) {
+        QBUserMessages::shared().show(
+            {QBUserMessage::Kind::Warning,
+             //% "Another program changed your quotes while Quillbox2 had them open. Its version "
+             //% "was kept at %1."
+             qtTrId("QuotesConflictCopyKeptMessage").arg(QString::fromStdString(copyPath)),
+             {},
+             {},
+             QStringLiteral("quotes-conflict")});
+    });
     QBQuoteEditHelper::setYesNoQuestion([](const QString& title, const QString& message, int style,
                                            std::function<void()> onYes,
                                            std::function<void()> onNo) {

@@ -1,6 +1,7 @@
 #include "helper/QuoteCycle.h"
 
 #include "logging/ULog.h"
+#include "util/RegularFile.h"
 
 #include <QFile>
 #include <QRandomGenerator>
@@ -268,8 +269,9 @@ std::string QBQuoteCycle::next(const std::vector<std::string_view>& uids)
     // Without the lock the step still happens; at worst a quote comes twice in a round.
     const ExclusiveFileLock lock(mEncodedStatePath + ".lock");
     // Mapped rather than read: the state's views point into the file's pages.
-    QFile file(mStatePath);
-    const uchar* bytes = file.open(QIODevice::ReadOnly) && file.size() > 0
+    QFile file;
+    QString error;
+    const uchar* bytes = openRegularFileForReading(file, mStatePath, error) && file.size() > 0
                              ? file.map(0, file.size(), QFileDevice::MapPrivateOption)
                              : nullptr;
     State state = bytes ? parse(std::string_view(reinterpret_cast<const char*>(bytes),

@@ -6,6 +6,9 @@
 #include "signature/FileReplacer.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
+#include "util/UserMessages.h"
+
+const QString QBCurrentSignatureFileHelper::kUserMessageTopic = QStringLiteral("signature-file");
 
 QString QBCurrentSignatureFileHelper::bookmarkBasePath()
 {
@@ -44,15 +47,21 @@ QBCurrentSignatureFileHelper::writeFailure(const QString& error)
             {{Level::Warning,
               QStringLiteral("Failed to access security scoped bookmark or write file: ") + error},
              {Level::Info, QStringLiteral("Helper app detected bookmark failure but not deleting "
-                                          "(main app responsibility)")}}};
+                                          "(main app responsibility)")}},
+            //% "The signature could not be written: %1"
+            qtTrId("SignatureNotWrittenMessage").arg(error)};
 }
 
-QBCurrentSignatureFileHelper::WriteResult QBCurrentSignatureFileHelper::staleBookmark()
+QBCurrentSignatureFileHelper::WriteResult
+QBCurrentSignatureFileHelper::staleBookmark(const QString& path)
 {
     return {false,
             {{Level::Warning, QStringLiteral("Failed to resolve bookmark: Data is stale")},
              {Level::Info, QStringLiteral("Helper app detected stale bookmark but not deleting "
-                                          "(main app responsibility)")}}};
+                                          "(main app responsibility)")}},
+            //% "Another program replaced the signature file %1, so Quillbox2 no longer writes "
+            //% "to it. Choose the signature file again in the settings."
+            qtTrId("SignatureFileReplacedMessage").arg(path)};
 }
 
 void QBCurrentSignatureFileHelper::logMessages(
@@ -91,6 +100,12 @@ bool QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(const QStr
 {
     const WriteResult result = writeSignature(content);
     logMessages(result.messages);
+    if (result.written) {
+        QBUserMessages::shared().dismiss(kUserMessageTopic);
+    } else if (!result.userText.isEmpty()) {
+        QBUserMessages::shared().show(
+            {QBUserMessage::Kind::Warning, result.userText, {}, {}, kUserMessageTopic});
+    }
     return result.written;
 }
 
@@ -113,19 +128,27 @@ QBCurrentSignatureFileHelper::writeSignature(const QString& content)
         return writeFailure(resolution.error);
     }
     if (resolution.isStale) {
-        return staleBookmark();
+        return staleBookmark(resolution.path);
     }
 
     QBFileBookmark::startAccessingSecurityScopedResource(resolution.path);
+    // The new file is recorded before it takes the old one's place: a process killed
+    // right after the rename still finds its own file where the bookmark points.
     const QBFileReplacer::Result result = QBFileReplacer::replaceContent(
-        resolution.path, signatureBytes(content), [&bookmark](quint64 device, quint64 inode) {
+        resolution.path, signatureBytes(content),
+        [&bookmark](quint64 device, quint64 inode) {
             return QBFileBookmark::recordsIdentity(bookmark, device, inode);
+        },
+        [&bookmark, &suite](quint64 device, quint64 inode) {
+            suite.setObject(QBFileBookmark::withPendingIdentity(bookmark, device, inode),
+                            QBPrivateDefaultsOutputFileSSB);
+            return true;
         });
     QBFileBookmark::stopAccessingSecurityScopedResource(resolution.path);
 
     switch (result.status) {
     case QBFileReplacer::Result::Status::NotTheExpectedFile:
-        return staleBookmark();
+        return staleBookmark(resolution.path);
     case QBFileReplacer::Result::Status::Failed:
         return writeFailure(
             QStringLiteral("Cannot write '%1': %2").arg(resolution.path, result.error));
@@ -133,9 +156,7 @@ QBCurrentSignatureFileHelper::writeSignature(const QString& content)
         break;
     }
     // Our own replacement is still the bookmarked file; only someone else's reads as stale.
-    if (!QBFileBookmark::recordsIdentity(bookmark, result.device, result.inode)) {
-        suite.setObject(QBFileBookmark::withIdentity(bookmark, result.device, result.inode),
-                        QBPrivateDefaultsOutputFileSSB);
-    }
+    suite.setObject(QBFileBookmark::withIdentity(bookmark, result.device, result.inode),
+                    QBPrivateDefaultsOutputFileSSB);
     return {true, {}};
 }

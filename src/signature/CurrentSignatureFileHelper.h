@@ -30,8 +30,10 @@ public:
     // without a final line break) over the bookmarked file, replacing it atomically, and
     // records the new file's identity in the bookmark. False, with warnings logged, when
     // the bookmark is missing, broken or stale, or the write fails; the bookmark is then
-    // left as it was.
+    // left as it was, and the problem goes to the user's messages (topic
+    // kUserMessageTopic), which a later good write takes back.
     static bool writeToCurrentSignatureFileContent(const QString& content);
+    static const QString kUserMessageTopic;
 
     // The same write, with the lines it would log handed back instead, for a caller that
     // retries on a timer and logs a repeated failure only once.
@@ -39,6 +41,9 @@ public:
     {
         bool written = false;
         std::vector<std::pair<qblog::Level, QString>> messages;
+        // The problem in the user's language; empty when written or when there is no
+        // signature file to write to.
+        QString userText;
     };
     static WriteResult writeSignature(const QString& content);
     // Logs |messages| in order at their levels.
@@ -55,5 +60,5 @@ private:
     // The quotes database path, the base of every bookmark; stops the process if none.
     static QString bookmarkBasePath();
     static WriteResult writeFailure(const QString& error);
-    static WriteResult staleBookmark();
+    static WriteResult staleBookmark(const QString& path);
 };
