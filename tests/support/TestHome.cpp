@@ -54,7 +54,9 @@ void removeEntry(int folder, const char* name)
     }
     if (S_ISDIR(status.st_mode)) {
         makeMutable(folder, name);
-        (void)::fchmodat(folder, name, 0700, 0);
+        if (::fchmodat(folder, name, 0700, 0) != 0) {
+            // Not ours to open up; removing what is inside may still work.
+        }
         const int descriptor =
             ::openat(folder, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
         if (DIR* entries = descriptor >= 0 ? ::fdopendir(descriptor) : nullptr) {
