@@ -26,8 +26,12 @@ build: configure
 run: build
 	@scripts/run-app.sh $(BUILD_DIR)/bin/quillbox2
 
+# The tests' temporary folders go into one folder of this run, removed afterwards whatever
+# the outcome, so a crashed or killed test leaves nothing in /tmp.
 test: build
-	@cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS) -LE package
+	@tmp=$$(mktemp -d /tmp/quillbox2-test-run.XXXXXX) && cd $(BUILD_DIR) && \
+	  { TMPDIR=$$tmp QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS) -LE package; \
+	    status=$$?; rm -rf "$$tmp"; exit $$status; }
 
 # A Debian package in $(PACKAGE_BUILD_DIR) (quillbox2_<version>_<arch>.deb), built as a
 # packager would: Debian's hardening flags, and a new compiler's new warning stays a warning.

@@ -12,19 +12,11 @@ using QBTestApplication = QApplication;
 using QBTestApplication = QCoreApplication;
 #endif
 
-#include <QDir>
-
 #include <cstdlib>
 
 int main(int argc, char** argv)
 {
     ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
-#ifdef QB_TEST_TMPDIR
-    // Temporary folders stay in the build folder, so whatever a crashed or killed test
-    // leaves behind never lingers in the system's /tmp.
-    QDir().mkpath(QStringLiteral(QB_TEST_TMPDIR));
-    ::setenv("TMPDIR", QB_TEST_TMPDIR, 1);
-#endif
     QBTestHome processHome;
     QBTestApplication application(argc, argv);
     QBTestApplication::setApplicationName(QStringLiteral("quillbox2-tests"));
