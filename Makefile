@@ -31,7 +31,7 @@ run: build
 test: build
 	@tmp=$$(mktemp -d /tmp/quillbox2-test-run.XXXXXX) && cd $(BUILD_DIR) && \
 	  { TMPDIR=$$tmp QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS) -LE package; \
-	    status=$$?; rm -rf "$$tmp"; exit $$status; }
+	    status=$$?; chmod -R u+rwX "$$tmp"; rm -rf "$$tmp"; exit $$status; }
 
 # A Debian package in $(PACKAGE_BUILD_DIR) (quillbox2_<version>_<arch>.deb), built as a
 # packager would: Debian's hardening flags, and a new compiler's new warning stays a warning.
