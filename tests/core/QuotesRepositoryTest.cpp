@@ -15,7 +15,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
+#include <cstring>
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
@@ -320,7 +322,7 @@ TEST_F(QuotesRepositoryTest, FailedSaveLeavesTheOldFileAndNothingElse)
 
     // A file the user made read-only stays as it is, even for root.
     ::chmod(mPath.c_str(), 0444);
-    expectFailedSave(mPath + " is read-only: Permission denied");
+    expectFailedSave(mPath + " is read-only: " + std::strerror(EACCES));
     EXPECT_EQ(fs::perms(0444), fs::status(mPath).permissions());
     ::chmod(mPath.c_str(), 0600);
 
@@ -417,7 +419,7 @@ TEST_F(QuotesRepositoryTest, FilesThatCannotBeReadAreNeverReplacedUnlessCopied)
     mRepository.saveQuotes();
     EXPECT_TRUE(fs::is_fifo(fs::symlink_status(mPath)));
     EXPECT_EQ(1, told);
-    EXPECT_EQ(mPath + " is not a regular file: Invalid argument", toldReason);
+    EXPECT_EQ(mPath + " is not a regular file: " + std::strerror(EINVAL), toldReason);
     const std::string refusal = "Not saving over '" + mPath +
                                 "' until it is fixed: it could not be read (" + toldReason +
                                 ") and no copy of it could be kept";

@@ -21,9 +21,18 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstring>
+
 namespace {
 
 using Helper = QBCurrentSignatureFileHelper;
+
+// The system's wording of an error, which differs between C library releases.
+QString systemText(int error)
+{
+    return QString::fromLocal8Bit(std::strerror(error));
+}
 
 class CurrentSignatureFileHelperTest : public ::testing::Test
 {
@@ -175,15 +184,15 @@ TEST_F(CurrentSignatureFileHelperTest, ReadOnlyFolderKeepsTheOldSignatureAndSays
     EXPECT_FALSE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("second")));
     EXPECT_EQ(readFileBytes(mSignature), QByteArray("first\n"));
     EXPECT_TRUE(QBUserMessages::shared().lastMessage().text.contains(
-        QStringLiteral("no new file can be created in the folder '%1' (Permission denied)")
-            .arg(folder)))
+        QStringLiteral("no new file can be created in the folder '%1' (%2)")
+            .arg(folder, systemText(EACCES))))
         << QBUserMessages::shared().lastMessage().text.toStdString();
 
     ASSERT_EQ(::chmod(QFile::encodeName(folder).constData(), 0), 0);
     EXPECT_FALSE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("third")));
     EXPECT_TRUE(QBUserMessages::shared().lastMessage().text.contains(
-        QStringLiteral("The bookmarked file '%1' cannot be reached: Permission denied")
-            .arg(mSignature)))
+        QStringLiteral("The bookmarked file '%1' cannot be reached: %2")
+            .arg(mSignature, systemText(EACCES))))
         << QBUserMessages::shared().lastMessage().text.toStdString();
     ASSERT_EQ(::chmod(QFile::encodeName(folder).constData(), 0700), 0);
     QSignalSpy dismissed(&QBUserMessages::shared(), &QBUserMessages::messageDismissed);
@@ -201,7 +210,7 @@ TEST_F(CurrentSignatureFileHelperTest,
     ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
     QBFileReplacer::Result result = QBFileReplacer::replaceContent(fifo, "x", any);
     EXPECT_EQ(result.status, Status::Failed);
-    EXPECT_EQ(result.error, QStringLiteral("No such device or address"));
+    EXPECT_EQ(result.error, systemText(ENXIO));
     // Same with a reader on the other end: opened, seen not to be a regular file.
     const int reader = ::open(QFile::encodeName(fifo).constData(), O_RDONLY | O_NONBLOCK);
     ASSERT_GE(reader, 0);
@@ -215,7 +224,7 @@ TEST_F(CurrentSignatureFileHelperTest,
     ASSERT_TRUE(QFile::link(path("Mail/elsewhere"), path("Mail/link")));
     result = QBFileReplacer::replaceContent(path("Mail/link"), "x", any);
     EXPECT_EQ(result.status, Status::Failed);
-    EXPECT_EQ(result.error, QStringLiteral("Too many levels of symbolic links"));
+    EXPECT_EQ(result.error, systemText(ELOOP));
     EXPECT_EQ(readFileBytes(path("Mail/elsewhere")), QByteArray("untouched"));
 
     // Another regular file than the caller expected: nothing written.
