@@ -197,7 +197,7 @@ QBTextFileReader::Result QBTextFileReader::decodeText(const QByteArray& bytes)
     if (cut > 0) {
         if (std::optional<QString> utf8 =
                 decodeStrictly(bytes.first(bytes.size() - cut), Encoding::Utf8))
-            return checkedText(*utf8 + QChar::ReplacementCharacter, "UTF-8");
+            return checkedText(*utf8 + QChar(QChar::ReplacementCharacter), "UTF-8");
     }
     return checkedText(fromWindows1252(bytes), "Windows-1252");
 }

@@ -9,11 +9,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 namespace {
 
@@ -79,21 +81,16 @@ QByteArray temporaryStem(const QByteArray& targetName)
     return targetName.first(qMin<qsizetype>(targetName.size(), NAME_MAX - 8));
 }
 
-bool isTemporaryNameFor(const char* entry, const QByteArray& targetName)
+bool isTemporaryNameFor(std::string_view name, const QByteArray& targetName)
 {
-    const QByteArrayView name(entry);
-    const QByteArray stem = temporaryStem(targetName);
-    const qsizetype prefixLength = stem.size() + 2;
-    if (name.size() != prefixLength + 6 || !name.startsWith('.') ||
-        name.sliced(1, stem.size()) != stem || name[prefixLength - 1] != '.') {
+    const QByteArray stemBytes = temporaryStem(targetName);
+    const std::string_view stem(stemBytes.constData(), static_cast<std::size_t>(stemBytes.size()));
+    if (name.size() != stem.size() + 8 || name.front() != '.' ||
+        name.substr(1, stem.size()) != stem || name[stem.size() + 1] != '.') {
         return false;
     }
-    for (const char c : name.sliced(prefixLength)) {
-        if (!std::isalnum(static_cast<unsigned char>(c))) {
-            return false;
-        }
-    }
-    return true;
+    return std::all_of(name.end() - 6, name.end(),
+                       [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; });
 }
 
 // Removes the new versions that writes killed before their rename left beside the

@@ -16,12 +16,17 @@ bool openRegularFileForReading(QFile& file, const QString& path, QString& error)
         return false;
     }
     struct stat status = {};
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-        const int fstatError = S_ISREG(status.st_mode) ? errno : 0;
-        error = fstatError ? QString::fromLocal8Bit(std::strerror(fstatError))
-                           : QStringLiteral("not a regular file");
+    if (::fstat(descriptor, &status) != 0) {
+        const int fstatError = errno;
+        error = QString::fromLocal8Bit(std::strerror(fstatError));
         ::close(descriptor);
         errno = fstatError;
+        return false;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        error = QStringLiteral("not a regular file");
+        ::close(descriptor);
+        errno = 0;
         return false;
     }
     if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
