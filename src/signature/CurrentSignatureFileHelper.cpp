@@ -118,7 +118,8 @@ QBCurrentSignatureFileHelper::writeSignature(const QString& content)
     const QVariant stored = suite.objectForKey(QBPrivateDefaultsOutputFileSSB);
     if (stored.typeId() != QMetaType::QByteArray) {
         return {false,
-                {{Level::Warning, QStringLiteral("Failed to read security scoped bookmark")}}};
+                {{Level::Warning, QStringLiteral("Failed to read security scoped bookmark")}},
+                {}};
     }
     const QByteArray bookmark = stored.toByteArray();
 
@@ -158,5 +159,5 @@ QBCurrentSignatureFileHelper::writeSignature(const QString& content)
     // Our own replacement is still the bookmarked file; only someone else's reads as stale.
     suite.setObject(QBFileBookmark::withIdentity(bookmark, result.device, result.inode),
                     QBPrivateDefaultsOutputFileSSB);
-    return {true, {}};
+    return {true, {}, {}};
 }
