@@ -14,16 +14,18 @@ add_custom_command(
   COMMENT "Compressing the Debian changelog")
 add_custom_target(debian_changelog ALL DEPENDS ${CMAKE_BINARY_DIR}/debian/changelog.Debian.gz)
 install(FILES ${CMAKE_BINARY_DIR}/debian/changelog.Debian.gz DESTINATION ${QB_DOC_DIR})
+install(FILES ${CMAKE_SOURCE_DIR}/resources/debian/lintian-overrides
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME quillbox2)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME quillbox2)
 set(CPACK_PACKAGE_VENDOR "The Quillbox2 developers")
 set(CPACK_PACKAGE_CONTACT "The Quillbox2 developers <developers@quillbox2.org>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
-# Lines of at most 80 columns; CPack indents each by one space.
+# The long description under the summary: lines of at most 80 columns; CPack indents
+# each by one space.
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-    "${PROJECT_DESCRIPTION}
-Quillbox2 keeps a personal collection of quotes and writes one of them at a
+    "Quillbox2 keeps a personal collection of quotes and writes one of them at a
 time into a plain-text signature file that a mail client reads. A small helper
 can swap in a random quote at a fixed interval.")
 set(CPACK_RESOURCE_FILE_LICENSE ${CMAKE_SOURCE_DIR}/LICENSE)

@@ -90,7 +90,7 @@ lintian)
   fi
   deb=$(ls "$work"/deb/quillbox2_"$version"-*.deb)
   # Errors and warnings fail; informational tags are only shown.
-  lintian --fail-on error,warning --no-tag-display-limit "$deb"
+  lintian --fail-on error,warning --tag-display-limit 0 "$deb"
   echo "lintian: no errors or warnings"
   ;;
 apt-install)
