@@ -693,6 +693,10 @@
         <source>Undo</source>
         <translation>Rückgängig</translation>
     </message>
+    <message id="QuotesConflictCopyKeptMessage">
+        <source>Another program changed your quotes while Quillbox2 had them open. Its version was kept at %1.</source>
+        <translation>Ein anderes Programm hat Ihre Zitate geändert, während Quillbox2 sie geöffnet hatte. Dessen Fassung wurde unter %1 aufbewahrt.</translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

@@ -694,6 +694,10 @@
         <source>Undo</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="QuotesConflictCopyKeptMessage">
+        <source>Another program changed your quotes while Quillbox2 had them open. Its version was kept at %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

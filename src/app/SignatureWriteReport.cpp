@@ -8,7 +8,7 @@
 #include "util/UserDefaults.h"
 #include "util/UserMessages.h"
 
-const QString QBSignatureWriteReport::kTopic = QStringLiteral("signatureWrite");
+const QString QBSignatureWriteReport::kTopic = QStringLiteral("signature-file");
 
 bool QBSignatureWriteReport::write(const QString& content, bool announceSuccess)
 {

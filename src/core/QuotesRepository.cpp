@@ -193,6 +193,9 @@ void CQuotesRepository::keepVersionOfOtherWriter(const std::string& target)
         logWarning("Another program changed the quotes database since it was read; kept its "
                    "version at '%s'",
                    copy->path.c_str());
+        if (mConflictCopyObserver) {
+            mConflictCopyObserver(copy->path);
+        }
     }
 }
 

@@ -47,6 +47,12 @@ public:
         mSaveRefusedObserver = std::move(observer);
     }
 
+    // Told at every save that kept another program's version, with the copy's path.
+    void setConflictCopyObserver(std::function<void(const std::string&)> observer)
+    {
+        mConflictCopyObserver = std::move(observer);
+    }
+
     // Appends an empty record with a fresh identifier; valid until the next change.
     CQuoteRecord* addNewQuote();
     // Inserts a copy before |index|; an index at or past the end (or negative) appends.
@@ -78,6 +84,7 @@ private:
     std::function<void(const std::string&, const std::string&)> mSaveRefusedObserver;
     std::function<void(const std::string&)> mSaveResultObserver;
     std::string mDamagedCopyPath;
+    std::function<void(const std::string&)> mConflictCopyObserver;
 };
 
 // Replaces the file at |path| crash-safely with the database document of |records|

@@ -1,6 +1,7 @@
 #include "helper/QuoteCycle.h"
 
 #include "logging/ULog.h"
+#include "util/RegularFile.h"
 
 #include <QFile>
 #include <QRandomGenerator>
@@ -312,8 +313,13 @@ std::string QBQuoteCycle::next(const OrderForKey& orderFor, const Acceptance& ac
 {
     // Without the lock the step still happens; at worst a quote comes twice in a round.
     const ExclusiveFileLock lock(mEncodedStatePath + ".lock");
-    QFile file(mStatePath);
-    State state = file.open(QIODevice::ReadOnly) ? parse(file.read(4096).toStdString()) : State();
+    // Opened without blocking and checked to be a regular file: a FIFO at this path
+    // would otherwise hold a mail client's --print for ever.
+    QFile file;
+    QString error;
+    State state = openRegularFileForReading(file, mStatePath, error)
+                      ? parse(file.read(4096).toStdString())
+                      : State();
     file.close();
     std::string uid = advance(state, orderFor, accept, chosenIndex);
     save(state);

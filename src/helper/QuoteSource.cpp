@@ -7,10 +7,12 @@
 #include "helper/QuoteOrderFile.h"
 #include "signature/SharedUserDefaults.h"
 
+#include "util/RegularFile.h"
+
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
+#include <cerrno>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -178,27 +180,37 @@ QBHelperQuoteSource::Pick QBHelperQuoteSource::nextQuote(Access access,
     const std::optional<std::string> path = QBQuotesDBHelper::getPathToQuotesDb();
     const QString shownPath = path ? QString::fromStdString(*path)
                                    : QString::fromUtf8(QBQuotesDBHelper::kMissingObjectText);
-    const QFileInfo info(shownPath);
-    if (!path || !info.exists()) {
+    if (!path) {
         return {std::nullopt, QStringLiteral("No quotes database at '%1'").arg(shownPath)};
     }
-    // Anything else (a FIFO above all) could block the read for good.
-    if (!info.isFile()) {
-        return {std::nullopt,
-                QStringLiteral("The quotes database '%1' is not a regular file").arg(shownPath)};
+    // Opened without blocking and checked once open: a FIFO swapped in after any check
+    // of the path would otherwise keep the helper, or a mail client running --print,
+    // waiting for ever.
+    QFile file;
+    QString error;
+    if (!openRegularFileForReading(file, shownPath, error)) {
+        if (errno == ENOENT) {
+            return {std::nullopt, QStringLiteral("No quotes database at '%1'").arg(shownPath)};
+        }
+        return {std::nullopt, errno == 0 ? QStringLiteral("The quotes database '%1' is not a "
+                                                          "regular file")
+                                               .arg(shownPath)
+                                         : QStringLiteral("The quotes database '%1' cannot be "
+                                                          "opened: %2")
+                                               .arg(shownPath, error)};
     }
-    QFile file(shownPath);
+    const qint64 size = file.size();
     QByteArray copy;
     std::string_view document;
     QBQuoteOrderFile::Identity identity;
     bool keepsOrder = false;
-    if (file.open(QIODevice::ReadOnly) && file.size() > 0) {
+    if (size > 0) {
         if (access == Access::Mapped) {
             // The order is kept for --print only: the running helper steps once in minutes.
             keepsOrder = QBQuoteOrderFile::identityOf(file.handle(), identity);
-            const uchar* bytes = file.map(0, file.size(), QFileDevice::MapPrivateOption);
+            const uchar* bytes = file.map(0, size, QFileDevice::MapPrivateOption);
             document = bytes ? std::string_view(reinterpret_cast<const char*>(bytes),
-                                                static_cast<std::size_t>(file.size()))
+                                                static_cast<std::size_t>(size))
                              : std::string_view();
         } else {
             copy = file.readAll();

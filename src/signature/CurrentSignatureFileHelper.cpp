@@ -6,6 +6,9 @@
 #include "signature/FileReplacer.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
+#include "util/UserMessages.h"
+
+const QString QBCurrentSignatureFileHelper::kUserMessageTopic = QStringLiteral("signature-file");
 
 QString QBCurrentSignatureFileHelper::bookmarkBasePath()
 {
@@ -88,6 +91,13 @@ bool QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(const QStr
 {
     const WriteResult result = writeSignature(content);
     logMessages(result.messages);
+    if (result.written) {
+        QBUserMessages::shared().dismiss(kUserMessageTopic);
+    } else if (!result.reason.isEmpty()) {
+        QBUserMessages::shared().show({.kind = QBUserMessage::Kind::Warning,
+                                       .text = result.reason,
+                                       .topic = kUserMessageTopic});
+    }
     return result.written;
 }
 
@@ -136,9 +146,17 @@ QBCurrentSignatureFileHelper::writeSignatureBytes(const QByteArray& bytes)
     }
 
     QBFileBookmark::startAccessingSecurityScopedResource(resolution.path);
+    // The new file is recorded before it takes the old one's place: a process killed
+    // right after the rename still finds its own file where the bookmark points.
     const QBFileReplacer::Result result = QBFileReplacer::replaceContent(
-        resolution.path, bytes, [&bookmark](quint64 device, quint64 inode) {
+        resolution.path, bytes,
+        [&bookmark](quint64 device, quint64 inode) {
             return QBFileBookmark::recordsIdentity(bookmark, device, inode);
+        },
+        [&bookmark, &suite](quint64 device, quint64 inode) {
+            suite.setObject(QBFileBookmark::withPendingIdentity(bookmark, device, inode),
+                            QBPrivateDefaultsOutputFileSSB);
+            return true;
         });
     QBFileBookmark::stopAccessingSecurityScopedResource(resolution.path);
 
@@ -153,9 +171,7 @@ QBCurrentSignatureFileHelper::writeSignatureBytes(const QByteArray& bytes)
         break;
     }
     // Our own replacement is still the bookmarked file; only someone else's reads as stale.
-    if (!QBFileBookmark::recordsIdentity(bookmark, result.device, result.inode)) {
-        suite.setObject(QBFileBookmark::withIdentity(bookmark, result.device, result.inode),
-                        QBPrivateDefaultsOutputFileSSB);
-    }
+    suite.setObject(QBFileBookmark::withIdentity(bookmark, result.device, result.inode),
+                    QBPrivateDefaultsOutputFileSSB);
     return {true, {}, {}};
 }

@@ -31,8 +31,10 @@ public:
     // without a final line break) over the bookmarked file, replacing it atomically, and
     // records the new file's identity in the bookmark. False, with warnings logged, when
     // the bookmark is missing, broken or stale, or the write fails; the bookmark is then
-    // left as it was.
+    // left as it was, and the problem goes to the user's messages (topic
+    // kUserMessageTopic), which a later good write takes back.
     static bool writeToCurrentSignatureFileContent(const QString& content);
+    static const QString kUserMessageTopic;
 
     // Composes |quote| by the signature settings in |defaults| (QBSignatureComposer) and
     // writes the result as above; |composed| receives what was composed.
