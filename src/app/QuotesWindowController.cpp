@@ -1,6 +1,9 @@
 #include "app/QuotesWindowController.h"
 
+#include "app/CurrentSignatureDelegate.h"
 #include "app/EditorAreaViewController.h"
+#include "app/SignatureStatusBar.h"
+#include "helper/NextQuote.h"
 #include "import/BatchImportDialogs.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "logging/Log.h"
@@ -8,6 +11,7 @@
 #include "model/Notifications.h"
 #include "model/QuoteEditHelper.h"
 #include "model/QuotesChangeBatch.h"
+#include "model/SignatureState.h"
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SettingsViewController.h"
@@ -16,6 +20,7 @@
 #include "ui/ViewInstaller.h"
 #include "util/UndoManager.h"
 #include "util/UserDefaults.h"
+#include "util/UserMessages.h"
 
 #include "ui_QBQuotesWindow.h"
 
@@ -41,10 +46,12 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     mQuotesArrayController = new QBQuotesListModel(&mQuotesSource, this);
     registerForNotifications();
     mEditorArea = new QBEditorAreaViewController(undoManager, mUi->areaPlaceholderView);
-    mEditorArea->setSettingsView(new QBSettingsViewController);
+    mSettingsView = new QBSettingsViewController;
+    mEditorArea->setSettingsView(mSettingsView);
 
     createActions();
     setUpList();
+    setUpSignatureState();
     restoreSplitter();
 
     // Imports ask their questions on this window and are undone with its other edits.
@@ -118,6 +125,11 @@ void QBQuotesWindowController::createActions()
     //% "Find Quotes"
     makeAction(mFindAction, "findQuotesAction", qtTrId("CommandFindQuotes"), QKeySequence::Find,
                &QBQuotesWindowController::focusFilterField);
+    // No text field on Linux claims Ctrl+Shift+N, so it works while typing too.
+    //% "Next Quote Now"
+    makeAction(mNextQuoteAction, "nextQuoteAction", qtTrId("CommandNextQuoteNow"),
+               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
+               &QBQuotesWindowController::nextQuoteNow);
     for (QAction* action : actions()) {
         action->setToolTip(QStringLiteral("%1 (%2)").arg(
             action->text(), action->shortcut().toString(QKeySequence::NativeText)));
@@ -154,7 +166,7 @@ void QBQuotesWindowController::installQuotesMenu()
     //% "&Quotes"
     mQuotesMenu = new QMenu(qtTrId("MenuQuotes"), this);
     mQuotesMenu->setObjectName(QStringLiteral("quotesMenu"));
-    mQuotesMenu->addActions({mChooseAction, mEditAction, mFindAction});
+    mQuotesMenu->addActions({mChooseAction, mNextQuoteAction, mEditAction, mFindAction});
     mQuotesMenu->addSeparator();
     mQuotesMenu->addActions({mAddAction, mRemoveAction, mRemoveAllAction});
     mQuotesMenu->addSeparator();
@@ -189,6 +201,21 @@ void QBQuotesWindowController::setUpList()
             &QBQuotesWindowController::arrangedObjectsChanged);
     connect(mQuotesArrayController, &QAbstractItemModel::rowsInserted, this,
             &QBQuotesWindowController::arrangedObjectsChanged);
+}
+
+void QBQuotesWindowController::setUpSignatureState()
+{
+    mSignatureState = new QBSignatureState(QBUserDefaults::standardUserDefaults(), this);
+    mQuotesArrayController->setCurrentSignatureUID(mSignatureState->currentQuoteUID());
+    connect(mSignatureState, &QBSignatureState::currentQuoteChanged, mQuotesArrayController,
+            &QBQuotesListModel::setCurrentSignatureUID);
+    mUi->quotesListView->setItemDelegate(new QBCurrentSignatureDelegate(
+        style()->standardIcon(QStyle::SP_DialogApplyButton), mUi->quotesListView));
+    auto* statusBar = new QBSignatureStatusBar(mSignatureState, mNextQuoteAction, this);
+    connect(statusBar, &QBSignatureStatusBar::chooseFileRequested, mSettingsView,
+            &QBSettingsViewController::pathFieldClicked);
+    setStatusBar(statusBar);
+    mSettingsView->setSignatureState(mSignatureState);
 }
 
 void QBQuotesWindowController::restoreSplitter()
@@ -281,6 +308,7 @@ void QBQuotesWindowController::updateCommandStates()
     mRemoveAction->setEnabled(hasSelection);
     mEditAction->setEnabled(hasSelection);
     mRemoveAllAction->setEnabled(!mQuotesSource.isEmpty());
+    mNextQuoteAction->setEnabled(!mQuotesSource.isEmpty());
 }
 
 void QBQuotesWindowController::refreshWindowTitle()
@@ -407,6 +435,48 @@ void QBQuotesWindowController::handleWriteCurrentQuote()
             QStringLiteral("Failed to write current quote - bookmark may be invalid"));
         chooseQuote();
     }
+}
+
+void QBQuotesWindowController::nextQuoteNow()
+{
+    logInfoMessage(QStringLiteral("Putting the next quote into the signature file"));
+    if (QBUserDefaults::standardUserDefaults()
+            .stringForKey(QBDefaultsSignatureOutputPath)
+            .isEmpty()) {
+        //% "Choose a signature file first."
+        QBUserMessages::shared().show(
+            {QBUserMessage::Kind::Warning, qtTrId("NextQuoteNoSignatureFile"),
+             qtTrId("StatusBarChooseSignatureFile"), [this] { mSettingsView->pathFieldClicked(); },
+             QStringLiteral("nextQuote")});
+        return;
+    }
+    const QBNextQuoteResult result = writeNextQuote();
+    QBCurrentSignatureFileHelper::logMessages(result.messages);
+    if (!result.uid.isEmpty())
+        selectQuoteWithUID(result.uid);
+    if (!result.written) {
+        const QString reason = result.messages.empty() ? QString() : result.messages.front().second;
+        //% "The next quote could not be put into the signature file: %1"
+        QBUserMessages::shared().show({QBUserMessage::Kind::Error,
+                                       qtTrId("NextQuoteNotWritten").arg(reason),
+                                       QString(),
+                                       {},
+                                       QStringLiteral("nextQuote")});
+        return;
+    }
+    QBUserMessages::shared().dismiss(QStringLiteral("nextQuote"));
+    mSignatureState->refresh(); // the mark moves now, not at the folder's notice
+}
+
+void QBQuotesWindowController::selectQuoteWithUID(const QString& quoteUID)
+{
+    const std::shared_ptr<QBQuoteValueObject> quote =
+        mQuotesSource.valueObjectForQuoteUID(quoteUID);
+    if (quote == nullptr)
+        return;
+    if (mQuotesArrayController->rowOfObject(quote.get()) < 0)
+        mUi->filterField->clear();
+    selectRow(mQuotesArrayController->rowOfObject(quote.get()));
 }
 
 void QBQuotesWindowController::startBatchImport()

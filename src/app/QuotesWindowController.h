@@ -14,6 +14,8 @@
 
 class QAction;
 class QBEditorAreaViewController;
+class QBSettingsViewController;
+class QBSignatureState;
 class QBUndoManager;
 class QListView;
 class QMenu;
@@ -39,6 +41,9 @@ public:
     void removeAllQuotes();
     void switchToSettings();
     void handleQuoteListDoubleClick();
+    // Puts the next quote of the helper's no-repeat cycle into the signature file now and
+    // selects it.
+    void nextQuoteNow();
 
     // Adds the window's commands as a menu before the Help menu of the menu bar.
     void installQuotesMenu();
@@ -47,6 +52,7 @@ public:
     QBQuotesListModel& quotesArrayController() { return *mQuotesArrayController; }
     QBEditorAreaViewController* editorAreaViewController() const { return mEditorArea; }
     QListView* quotesListView() const;
+    QBSignatureState& signatureState() const { return *mSignatureState; }
 
     // The first selected quote, or null.
     std::shared_ptr<QBQuoteValueObject> selectedQuote() const;
@@ -79,6 +85,9 @@ private:
     void finishChangeBatch();
     void rebuildQuotesArray();
     void selectLastQuoteForEditing();
+    void setUpSignatureState();
+    // Selects the quote with |quoteUID|, clearing the filter when it hides it.
+    void selectQuoteWithUID(const QString& quoteUID);
 
     std::unique_ptr<Ui::QBQuotesWindow> mUi;
     QPointer<QBUndoManager> mUndoManager;
@@ -86,6 +95,8 @@ private:
     QBQuotesListModel* mQuotesArrayController = nullptr;
     QBEditorAreaViewController* mEditorArea = nullptr;
     QBNotificationObserverTracker mNotificationTracker;
+    QBSettingsViewController* mSettingsView = nullptr;
+    QBSignatureState* mSignatureState = nullptr;
 
     std::weak_ptr<QBQuoteValueObject> mLastSelected;
     bool mHadSelection = false;
@@ -105,4 +116,5 @@ private:
     QAction* mSettingsAction = nullptr;
     QAction* mEditAction = nullptr;
     QAction* mFindAction = nullptr;
+    QAction* mNextQuoteAction = nullptr;
 };

@@ -50,6 +50,7 @@ std::optional<QBHelperQuoteSource::Pick> pickInPlace(std::string_view document,
     const auto found = std::find(uids.cbegin(), uids.cend(), wanted);
     if (found != uids.cend()) {
         pick.content = decodedQuoteText(contents[static_cast<std::size_t>(found - uids.cbegin())]);
+        pick.uid = wanted;
     }
     return pick;
 }
@@ -81,6 +82,7 @@ QBHelperQuoteSource::Pick pickFromRecords(const std::string& path, const QString
                      [&wanted](const CQuoteRecord& quote) { return quote.mUID == wanted; });
     if (found != quotes.cend()) {
         pick.content = found->mContent;
+        pick.uid = wanted;
     }
     return pick;
 }

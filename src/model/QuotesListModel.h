@@ -18,7 +18,9 @@ class QBQuotesListModel : public QAbstractListModel
 public:
     enum Role
     {
-        QuoteUIDRole = Qt::UserRole + 1
+        QuoteUIDRole = Qt::UserRole + 1,
+        // True on the row of the quote the signature file holds now.
+        IsCurrentSignatureRole,
     };
 
     explicit QBQuotesListModel(QBQuotesSource* source, QObject* parent = nullptr);
@@ -39,6 +41,11 @@ public:
     // change for all of them, so selections and views keep their other rows.
     void removeQuotesWithUIDs(const QStringList& quoteUIDs);
 
+    // Marks the row of the quote with |quoteUID| as the current signature (none when
+    // empty); only the rows that change are repainted.
+    void setCurrentSignatureUID(const QString& quoteUID);
+    QString currentSignatureUID() const { return mCurrentSignatureUID; }
+
     // Folds every quote's text for the filter now rather than at the first key.
     void prepareFilter() const;
 
@@ -49,7 +56,10 @@ private:
     const QString& foldedTextAt(std::size_t sourceIndex) const;
     void arrange(bool narrowOnly);
 
+    void currentSignatureRowChanged(const QString& quoteUID);
+
     QPointer<QBQuotesSource> mSource;
+    QString mCurrentSignatureUID;
     QString mFilterText;
     QBQuoteFilter mFilter;
     // Source indices of the rows, ascending; unused while the filter is empty.

@@ -2,6 +2,7 @@
 
 #include "logging/ULog.h"
 #include "model/Notifications.h"
+#include "model/SignatureState.h"
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
@@ -60,11 +61,26 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
             }
         });
     updateControls();
+    showRotationState();
 }
 
 QBSettingsViewController::~QBSettingsViewController()
 {
     QBNotificationCenter::defaultCenter().removeObserver(mDefaultsObserver);
+}
+
+void QBSettingsViewController::setSignatureState(QBSignatureState* state)
+{
+    mSignatureState = state;
+    connect(state, &QBSignatureState::changed, this, &QBSettingsViewController::showRotationState);
+    showRotationState();
+}
+
+void QBSettingsViewController::showRotationState()
+{
+    mUi->rotationStatusLabel->setVisible(mSignatureState != nullptr);
+    if (mSignatureState != nullptr)
+        mUi->rotationStatusLabel->setText(mSignatureState->rotationDescription());
 }
 
 void QBSettingsViewController::bindCheckBox(QCheckBox* checkBox, const QString& key)

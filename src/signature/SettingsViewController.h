@@ -13,6 +13,7 @@
 namespace Ui {
 class QBSettingsView;
 }
+class QBSignatureState;
 class QBUserDefaults;
 class QBSharedUserDefaults;
 
@@ -44,6 +45,8 @@ public:
     void viewWillAppear();
     // Takes the file the user chose as the signature file, unless it is unusable.
     void updateOutputFilePath(const QUrl& url);
+    // Shows under the automatic-change switch what the helper is doing now.
+    void setSignatureState(QBSignatureState* state);
 
 signals:
     void isRandomizingChanged(bool isRandomizing);
@@ -54,6 +57,7 @@ protected:
 private:
     void userDefaultsDidChange();
     void updateControls();
+    void showRotationState();
     void bindCheckBox(class QCheckBox* checkBox, const QString& key);
     bool snapshotBool(const QString& key) const;
 
@@ -63,5 +67,6 @@ private:
     QBHelperAppControl mHelperAppControl;
     QVariantMap mLastDefaults;
     bool mIsRandomizing = false;
+    QBSignatureState* mSignatureState = nullptr;
     QBNotificationToken mDefaultsObserver;
 };
