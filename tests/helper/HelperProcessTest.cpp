@@ -1,5 +1,6 @@
 #include "HelperWorld.h"
 #include "TestHome.h"
+#include "signature/HelperSchedule.h"
 #include "signature/LoginItemService.h"
 #include "signature/SettingsKeys.h"
 
@@ -73,6 +74,48 @@ TEST_F(HelperProcessTest, CommandLineAndPrintGoingThroughEveryQuoteBeforeAnyRepe
         std::sort(printed.begin(), printed.end());
         EXPECT_EQ(printed, expectedSignatures()) << "round " << round;
     }
+}
+
+TEST_F(HelperProcessTest, NextWritesAndPrintsTheCyclesQuoteAndTheHelperRecordsItsSchedule)
+{
+    writeQuotes(mTexts);
+    const std::tuple<QStringList, QByteArray> refusals[] = {
+        {{QStringLiteral("--next")}, "Failed to read security scoped bookmark"},
+        {{QStringLiteral("--print"), QStringLiteral("--next")}, "cannot be used together"}};
+    for (const auto& [arguments, err] : refusals) {
+        const HelperRun run = runHelper(arguments);
+        EXPECT_EQ(run.exitCode, 1) << arguments.join(u' ').toStdString();
+        EXPECT_TRUE(run.out.isEmpty()) << run.out.data();
+        EXPECT_TRUE(run.err.contains(err)) << run.err.data();
+    }
+
+    // --next and --print take turns in one round: together they repeat nothing.
+    const QString file = makeBookmarkedSignatureFile();
+    QList<QByteArray> shown;
+    for (int call = 0; call < mTexts.size(); ++call) {
+        const bool next = call % 2 == 0;
+        const HelperRun run =
+            runHelper({next ? QStringLiteral("--next") : QStringLiteral("--print")});
+        ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+        if (next) {
+            QFile written(file);
+            ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+            EXPECT_EQ(written.readAll(), run.out);
+        }
+        shown.append(run.out);
+    }
+    std::sort(shown.begin(), shown.end());
+    EXPECT_EQ(shown, expectedSignatures());
+
+    // The running helper tells when it changes the signature next.
+    turnOn(30);
+    RunningHelper helper;
+    QTRY_VERIFY_WITH_TIMEOUT(QBHelperSchedule::readNextChange().isValid(), 5000);
+    const qint64 ahead =
+        QDateTime::currentDateTimeUtc().msecsTo(QBHelperSchedule::readNextChange());
+    EXPECT_GT(ahead, 25000);
+    EXPECT_LE(ahead, 30000);
+    EXPECT_TRUE(helper.terminate());
 }
 
 TEST_F(HelperProcessTest, RotatesOnlyOnceAtATimeUntilTurnedOffOrTerminated)

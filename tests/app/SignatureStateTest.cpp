@@ -1,0 +1,203 @@
+// What the window shows about the signature: the marked quote, the status bar and Next
+// Quote Now, driven through the real window and real helper processes.
+#include "model/SignatureState.h"
+#include "core/QuotesRepository.h"
+#include "signature/CurrentSignatureFileHelper.h"
+#include "signature/LoginItemService.h"
+#include "signature/SettingsKeys.h"
+#include "ui/ElidedLabel.h"
+#include "util/UserMessages.h"
+
+#include "HelperWorld.h"
+#include "LaunchedAppFixture.h"
+
+#include <QAction>
+#include <QFileDialog>
+#include <QLabel>
+#include <QListView>
+#include <QSaveFile>
+#include <QSet>
+#include <QTest>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class SignatureStateTest : public LaunchedAppFixture
+{
+protected:
+    void SetUp() override
+    {
+        LaunchedAppFixture::SetUp();
+        if (HasFatalFailure())
+            return;
+        mWindow->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
+    }
+    void TearDown() override
+    {
+        QBLoginItemService::setHelperExecutablePath(QString());
+        LaunchedAppFixture::TearDown();
+    }
+    // The signature file at |path| (created empty), chosen as the settings page does.
+    void useSignatureFile(const QString& path) const
+    {
+        ASSERT_TRUE(writeFileBytes(path, {}));
+        QBUserDefaults::standardUserDefaults().setObject(path, QBDefaultsSignatureOutputPath);
+        QBCurrentSignatureFileHelper::createSecurityScopedBookmarkForPath(
+            QUrl::fromLocalFile(path));
+    }
+    // UIDs of the rows the list marks as the current signature.
+    QStringList markedUIDs() const
+    {
+        QStringList uids;
+        const QAbstractItemModel* model = mWindow->quotesListView()->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            const QModelIndex index = model->index(row, 0);
+            if (index.data(QBQuotesListModel::IsCurrentSignatureRole).toBool())
+                uids.append(index.data(QBQuotesListModel::QuoteUIDRole).toString());
+        }
+        return uids;
+    }
+    // The UID of the quote whose text the file at |path| holds, or empty.
+    static QString uidOfFile(const QString& path)
+    {
+        const QByteArray bytes = readFileBytes(path);
+        for (const CQuoteRecord& quote : CQuotesRepository::getInstance().mQuotes) {
+            if (QBCurrentSignatureFileHelper::signatureBytes(
+                    QString::fromStdString(quote.mContent)) == bytes)
+                return QString::fromStdString(quote.mUID);
+        }
+        return QString();
+    }
+    QString selectedUID() const
+    {
+        const auto quote = mWindow->selectedQuote();
+        return quote ? quote->quoteUID() : QString();
+    }
+    LMElidedLabel* label(const char* name) const { return child<LMElidedLabel>(name); }
+};
+
+TEST_F(SignatureStateTest, StatusBarFollowsTheSettingsAndNeverWidensTheWindow)
+{
+    LMElidedLabel* path = label("signaturePathLabel");
+    LMElidedLabel* rotation = label("rotationLabel");
+    auto* choose = child<QToolButton>("chooseSignatureFileButton");
+    auto* settingsLabel = child<QLabel>("rotationStatusLabel");
+    ASSERT_TRUE(path && rotation && choose && settingsLabel);
+    EXPECT_EQ(path->fullText(), QStringLiteral("No signature file chosen"));
+    EXPECT_TRUE(choose->isVisible());
+    EXPECT_EQ(rotation->fullText(), QStringLiteral("Automatic quote changes are off"));
+    EXPECT_EQ(settingsLabel->text(), rotation->fullText());
+
+    // Next Quote Now without a file says what to do instead of failing silently.
+    mWindow->findChild<QAction*>(QStringLiteral("nextQuoteAction"))->trigger();
+    EXPECT_EQ(QBUserMessages::shared().lastMessage().text,
+              QStringLiteral("Choose a signature file first."));
+
+    // "Choose…" opens the settings page's chooser, window-modal.
+    QTest::mouseClick(choose, Qt::LeftButton);
+    QFileDialog* dialog = nullptr;
+    QTRY_VERIFY((dialog = mWindow->findChild<QFileDialog*>()) && dialog->isVisible());
+    EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
+    dialog->reject();
+
+    const int width = mWindow->width();
+    const QString longPath =
+        mHome.filePath(QString(120, QLatin1Char('d')) + QLatin1Char('/') +
+                       QString(120, QLatin1Char('e')) + QStringLiteral("/CurrentSignature.txt"));
+    useSignatureFile(longPath);
+    QTRY_COMPARE(path->fullText(), longPath);
+    EXPECT_EQ(path->toolTip(), longPath);
+    EXPECT_TRUE(path->text().contains(QStringLiteral("…"))); // elided, in the middle
+    EXPECT_TRUE(path->text().endsWith(QStringLiteral("CurrentSignature.txt")));
+    EXPECT_FALSE(choose->isVisible());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(mWindow->width(), width);
+    EXPECT_LE(mWindow->minimumSizeHint().width(), width);
+
+    // Turned on with no helper program: not running, and why.
+    QBLoginItemService::setHelperExecutablePath(mHome.filePath(QStringLiteral("no-helper")));
+    QBUserDefaults::standardUserDefaults().setObject(true, QBDefaultsAutoRandomize);
+    QTRY_VERIFY(rotation->fullText().startsWith(
+        QStringLiteral("Automatic changes are on, but the helper is not running: the helper "
+                       "program")));
+    EXPECT_TRUE(rotation->fullText().contains(QStringLiteral("no-helper")));
+    EXPECT_EQ(settingsLabel->text(), rotation->fullText());
+    QBUserDefaults::standardUserDefaults().setObject(false, QBDefaultsAutoRandomize);
+    QTRY_COMPARE(rotation->fullText(), QStringLiteral("Automatic quote changes are off"));
+    EXPECT_EQ(mWindow->width(), width);
+}
+
+TEST_F(SignatureStateTest, MarkFollowsEveryWriterOfTheFile)
+{
+    const QString file = mHome.filePath(QStringLiteral("Mail/sig.txt"));
+    useSignatureFile(file);
+    EXPECT_TRUE(markedUIDs().isEmpty()); // an empty file is no quote
+
+    // A quote written from a terminal.
+    const helperworld::HelperRun next = helperworld::runHelper({QStringLiteral("--next")});
+    ASSERT_EQ(next.exitCode, 0) << next.err.toStdString();
+    EXPECT_EQ(next.out, readFileBytes(file));
+    const QString printed = uidOfFile(file);
+    ASSERT_FALSE(printed.isEmpty());
+    QTRY_COMPARE_WITH_TIMEOUT(markedUIDs(), QStringList{printed}, 1000);
+    const QModelIndex marked = mWindow->quotesListView()->model()->index(
+        mWindow->quotesArrayController().rowOfObject(
+            mWindow->quotesSource().valueObjectForQuoteUID(printed).get()),
+        0);
+    EXPECT_TRUE(marked.data(Qt::AccessibleTextRole)
+                    .toString()
+                    .startsWith(QStringLiteral("Current signature: ")));
+
+    // A text that is no quote of the collection marks nothing.
+    QSaveFile foreign(file);
+    ASSERT_TRUE(foreign.open(QIODevice::WriteOnly));
+    foreign.write("Sent from my phone\n");
+    ASSERT_TRUE(foreign.commit());
+    QTRY_VERIFY_WITH_TIMEOUT(markedUIDs().isEmpty(), 1000);
+
+    // The running helper's rotations, each marked within a second of the file changing.
+    helperworld::setSuiteValue(QBDefaultsAutoRandomize, true);
+    helperworld::setSuiteValue(QBDefaultsRandomizeInterval, 0.4);
+    helperworld::RunningHelper helper;
+    QSet<QString> seen;
+    for (int rotationCount = 0; rotationCount < 3; ++rotationCount) {
+        const QByteArray before = readFileBytes(file);
+        QTRY_VERIFY_WITH_TIMEOUT(readFileBytes(file) != before, 5000);
+        const QString expected = uidOfFile(file);
+        ASSERT_FALSE(expected.isEmpty());
+        QTRY_COMPARE_WITH_TIMEOUT(markedUIDs(), QStringList{expected}, 1000);
+        seen.insert(expected);
+    }
+    EXPECT_EQ(seen.size(), 3); // a round of the cycle repeats nothing
+    EXPECT_TRUE(helper.terminate());
+}
+
+TEST_F(SignatureStateTest, NextQuoteNowWalksOneRoundAndSelectsEachQuote)
+{
+    const QString file = mHome.filePath(QStringLiteral("Mail/sig.txt"));
+    useSignatureFile(file);
+    const int count = int(CQuotesRepository::getInstance().mQuotes.size());
+    ASSERT_GT(count, 2);
+    // A filter that hides most quotes: the quote written is shown all the same.
+    auto* filter = mWindow->findChild<QLineEdit*>(QStringLiteral("filterField"));
+    QTest::keyClicks(filter, QStringLiteral("zzz-no-match"));
+    QSet<QString> written;
+    for (int step = 0; step < count; ++step) {
+        if (step % 2 == 0)
+            QTest::keyClick(mWindow, Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+        else
+            QTest::mouseClick(child<QToolButton>("nextQuoteButton"), Qt::LeftButton);
+        const QString uid = uidOfFile(file);
+        ASSERT_FALSE(uid.isEmpty());
+        EXPECT_EQ(selectedUID(), uid);
+        EXPECT_EQ(markedUIDs(), QStringList{uid});
+        written.insert(uid);
+    }
+    EXPECT_EQ(written.size(), count);
+    EXPECT_TRUE(filter->text().isEmpty());
+}
+
+} // namespace
