@@ -96,12 +96,13 @@ QBHelperQuoteSource::Pick QBHelperQuoteSource::nextQuote(Access access)
                                    : QString::fromUtf8(QBQuotesDBHelper::kMissingObjectText);
     const QFileInfo info(shownPath);
     if (!path || !info.exists()) {
-        return {std::nullopt, QStringLiteral("No quotes database at '%1'").arg(shownPath)};
+        return {std::nullopt, QStringLiteral("No quotes database at '%1'").arg(shownPath), {}};
     }
     // Anything else (a FIFO above all) could block the read for good.
     if (!info.isFile()) {
         return {std::nullopt,
-                QStringLiteral("The quotes database '%1' is not a regular file").arg(shownPath)};
+                QStringLiteral("The quotes database '%1' is not a regular file").arg(shownPath),
+                {}};
     }
     QFile file(shownPath);
     QByteArray copy;

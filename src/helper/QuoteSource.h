@@ -22,8 +22,8 @@ public:
     struct Pick
     {
         std::optional<std::string> content; // the quote's text
-        std::string uid;                    // the quote's UID when there is a content
         QString problem; // why there is no quote to show; empty when there is one
+        std::string uid; // the quote's UID when there is a content
     };
     // The next quote of the shared cycle (see QBQuoteCycle) among the quotes in the
     // database now.

@@ -50,7 +50,7 @@ QString lastProblemInHelperLog()
     return QString();
 }
 
-QString helperProblem()
+QString whyHelperIsNotRunning()
 {
     const QString program = QBLoginItemService::helperExecutablePath();
     if (!QFileInfo(program).isExecutable()) {
@@ -142,7 +142,7 @@ void QBSignatureState::refresh()
             next.nextChange = due;
     } else {
         next.rotation = Rotation::NotRunning;
-        next.helperProblem = helperProblem();
+        next.helperProblem = whyHelperIsNotRunning();
     }
     watchFolders(next.signaturePath);
 
