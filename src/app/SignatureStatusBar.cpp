@@ -46,5 +46,11 @@ void QBSignatureStatusBar::showState()
     //% "No signature file chosen"
     mPathLabel->setFullText(path.isEmpty() ? qtTrId("StatusBarNoSignatureFile")
                                            : QDir::toNativeSeparators(path));
+    // Without a file, "Choose…" follows the short text instead of the middle of the bar;
+    // the text may still shrink, so it never widens the window either.
+    const QMargins margins = mPathLabel->contentsMargins();
+    const int textWidth = mPathLabel->fontMetrics().horizontalAdvance(mPathLabel->fullText()) +
+                          margins.left() + margins.right() + 2 * mPathLabel->margin() + 1;
+    mPathLabel->setMaximumWidth(path.isEmpty() ? textWidth : QWIDGETSIZE_MAX);
     mRotationLabel->setFullText(mState->rotationDescription());
 }

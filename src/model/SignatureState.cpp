@@ -81,6 +81,8 @@ QBSignatureState::QBSignatureState(QBUserDefaults& defaults, QObject* parent)
     connect(&mRefreshTimer, &QTimer::timeout, this, &QBSignatureState::refresh);
     connect(&mFolderWatcher, &QFileSystemWatcher::directoryChanged, this,
             &QBSignatureState::scheduleRefresh);
+    connect(&mFolderWatcher, &QFileSystemWatcher::fileChanged, this,
+            &QBSignatureState::scheduleRefresh);
     mNotificationTracker.observeNotification(QBUserDefaultsDidChangeNotification,
                                              [this](const QBNotification& notification) {
                                                  if (notification.object == &mDefaults)
@@ -164,6 +166,13 @@ void QBSignatureState::watchFolders(const QString& signaturePath)
         wanted.append(QString::fromStdString(*folder));
     wanted.removeIf([](const QString& folder) { return !QFileInfo(folder).isDir(); });
     wanted.removeDuplicates();
+    // The file itself too, for writes in place (an editor, the writer's fallback), which
+    // a folder does not report. Added afresh each time: a rename ends the watch on the
+    // replaced file, possibly only after this refresh.
+    if (!mFolderWatcher.files().isEmpty())
+        mFolderWatcher.removePaths(mFolderWatcher.files());
+    if (QFileInfo(signaturePath).isFile())
+        mFolderWatcher.addPath(signaturePath);
     const QStringList watched = mFolderWatcher.directories();
     for (const QString& folder : watched) {
         if (!wanted.contains(folder))

