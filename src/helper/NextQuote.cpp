@@ -6,6 +6,11 @@
 QBNextQuoteResult writeNextQuote()
 {
     QBNextQuoteResult result;
+    // Without a file to write to, the round keeps its quote for later.
+    if (!QBCurrentSignatureFileHelper::hasStoredBookmark()) {
+        result.messages = QBCurrentSignatureFileHelper::noBookmark().messages;
+        return result;
+    }
     // Copied, not mapped: the application must survive a file truncated under it.
     const QBHelperQuoteSource::Pick pick =
         QBHelperQuoteSource::nextQuote(QBHelperQuoteSource::Access::Copied);

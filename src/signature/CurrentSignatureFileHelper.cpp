@@ -47,6 +47,11 @@ QBCurrentSignatureFileHelper::writeFailure(const QString& error)
                                           "(main app responsibility)")}}};
 }
 
+QBCurrentSignatureFileHelper::WriteResult QBCurrentSignatureFileHelper::noBookmark()
+{
+    return {false, {{Level::Warning, QStringLiteral("Failed to read security scoped bookmark")}}};
+}
+
 QBCurrentSignatureFileHelper::WriteResult QBCurrentSignatureFileHelper::staleBookmark()
 {
     return {false,
@@ -87,6 +92,14 @@ QByteArray QBCurrentSignatureFileHelper::signatureBytes(const QString& content)
     return bytes;
 }
 
+bool QBCurrentSignatureFileHelper::hasStoredBookmark()
+{
+    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
+    // The other process may have replaced the file and recorded its identity since.
+    suite.suiteUserDefaults().synchronize();
+    return suite.objectForKey(QBPrivateDefaultsOutputFileSSB).typeId() == QMetaType::QByteArray;
+}
+
 bool QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(const QString& content)
 {
     const WriteResult result = writeSignature(content);
@@ -97,15 +110,11 @@ bool QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(const QStr
 QBCurrentSignatureFileHelper::WriteResult
 QBCurrentSignatureFileHelper::writeSignature(const QString& content)
 {
-    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
-    // The other process may have replaced the file and recorded its identity since.
-    suite.suiteUserDefaults().synchronize();
-    const QVariant stored = suite.objectForKey(QBPrivateDefaultsOutputFileSSB);
-    if (stored.typeId() != QMetaType::QByteArray) {
-        return {false,
-                {{Level::Warning, QStringLiteral("Failed to read security scoped bookmark")}}};
+    if (!hasStoredBookmark()) {
+        return noBookmark();
     }
-    const QByteArray bookmark = stored.toByteArray();
+    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
+    const QByteArray bookmark = suite.objectForKey(QBPrivateDefaultsOutputFileSSB).toByteArray();
 
     const QBFileBookmark::Resolution resolution =
         QBFileBookmark::resolve(bookmark, bookmarkBasePath());

@@ -41,6 +41,10 @@ public:
         std::vector<std::pair<qblog::Level, QString>> messages;
     };
     static WriteResult writeSignature(const QString& content);
+    // Whether the suite holds a bookmark to write through (read from the file afresh).
+    static bool hasStoredBookmark();
+    // The write's result without a stored bookmark.
+    static WriteResult noBookmark();
     // Logs |messages| in order at their levels.
     static void logMessages(const std::vector<std::pair<qblog::Level, QString>>& messages);
 
