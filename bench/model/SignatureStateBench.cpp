@@ -70,7 +70,8 @@ void BM_IndexCollectionOnce(benchmark::State& state)
     SignatureSetup setup;
     setup.writeQuote(kQuotes / 2);
     for (auto _ : state) {
-        QBSignatureState signature(setup.mDefaults); // indexes and recognises at once
+        QBSignatureState signature(setup.mDefaults);
+        signature.refresh(); // indexes the collection and recognises the file
         if (signature.currentQuoteUID() != setup.uidOf(kQuotes / 2))
             state.SkipWithError("the quote in the file was not recognised");
     }

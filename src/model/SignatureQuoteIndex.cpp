@@ -8,9 +8,14 @@
 
 namespace {
 
-std::uint64_t hashOf(const QByteArray& bytes)
+// A hash that a quote's text and the file written for it share, computed without
+// building the file's bytes: the writer adds at most one final line break, so both are
+// hashed without one. Equal hashes are then compared with the writer's bytes.
+std::uint64_t hashOf(std::string_view text)
 {
-    return std::hash<std::string_view>()(std::string_view(bytes.constData(), bytes.size()));
+    if (!text.empty() && text.back() == '\n')
+        text.remove_suffix(1);
+    return std::hash<std::string_view>()(text);
 }
 
 } // namespace
@@ -57,7 +62,7 @@ void QBSignatureQuoteIndex::ensureBuilt()
     mUIDsByHash.reserve(quotes.size());
     mHashByUID.reserve(quotes.size());
     for (const CQuoteRecord& quote : quotes) {
-        const std::uint64_t hash = hashOf(fileBytesForQuote(quote.mContent));
+        const std::uint64_t hash = hashOf(quote.mContent);
         if (mHashByUID.emplace(quote.mUID, hash).second)
             mUIDsByHash.emplace(hash, quote.mUID);
     }
@@ -84,7 +89,7 @@ void QBSignatureQuoteIndex::learn(const std::string& uid)
     const CQuoteRecord* record = CQuotesRepository::getInstance().findQuote(uid);
     if (record == nullptr)
         return;
-    const std::uint64_t hash = hashOf(fileBytesForQuote(record->mContent));
+    const std::uint64_t hash = hashOf(record->mContent);
     mHashByUID.emplace(uid, hash);
     mUIDsByHash.emplace(hash, uid);
 }
@@ -102,7 +107,8 @@ void QBSignatureQuoteIndex::quoteChanged(const QString& uid, bool removed)
 QString QBSignatureQuoteIndex::quoteUIDForFileBytes(const QByteArray& fileBytes)
 {
     ensureBuilt();
-    auto [first, last] = mUIDsByHash.equal_range(hashOf(fileBytes));
+    auto [first, last] =
+        mUIDsByHash.equal_range(hashOf(std::string_view(fileBytes.constData(), fileBytes.size())));
     // Equal hashes are checked byte for byte; the first quote in collection order wins.
     QString found;
     std::uint32_t foundIndex = UINT32_MAX;

@@ -9,10 +9,10 @@
 #include <string>
 #include <unordered_map>
 
-// Tells which quote of the collection the signature file holds. Every quote's file
-// bytes (exactly what the writer would write for it) are hashed once; model
-// notifications keep the hashes current, so recognising a file costs one hash and one
-// look-up however large the collection is.
+// Tells which quote of the collection the signature file holds. Every quote's text is
+// hashed once (so that the file written for it has the same hash); model notifications
+// keep the hashes current, so recognising a file costs one hash and one look-up however
+// large the collection is. A match is confirmed with exactly what the writer would write.
 class QBSignatureQuoteIndex
 {
 public:
@@ -26,7 +26,8 @@ public:
     QString quoteUIDForFileBytes(const QByteArray& fileBytes);
 
     // What the signature file holds for a quote with |content|. The one place that says
-    // how a quote appears in the file; anything that changes the writer changes this.
+    // how a quote appears in the file; anything that changes the writer changes this (and
+    // the hash in the .cpp, which must give a quote and its file the same value).
     static QByteArray fileBytesForQuote(const std::string& content);
 
 private:

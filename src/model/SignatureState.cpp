@@ -96,7 +96,8 @@ QBSignatureState::QBSignatureState(QBUserDefaults& defaults, QObject* parent)
         mNotificationTracker.observeNotification(
             name, [this](const QBNotification&) { scheduleRefresh(); });
     }
-    refresh();
+    // Read once the event loop runs: indexing a large collection waits for the window.
+    scheduleRefresh();
 }
 
 QBSignatureState::~QBSignatureState()
