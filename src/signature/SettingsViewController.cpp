@@ -109,7 +109,11 @@ void QBSettingsViewController::updateControls()
 
     const QString path = mStandardDefaults.stringForKey(QBDefaultsSignatureOutputPath);
     //% "Click to choose the signature file"
-    mUi->clickablePathField->setText(path.isEmpty() ? qtTrId("SettingsNoOutputFile") : path);
+    mUi->clickablePathField->setFullText(path.isEmpty() ? qtTrId("SettingsNoOutputFile") : path);
+    // The whole path first (it may be elided), then what a click does.
+    //% "Click to choose the file your mail client reads as its signature"
+    const QString clickHint = qtTrId("SettingsOutputFileToolTip");
+    mUi->clickablePathField->setToolTip(path.isEmpty() ? clickHint : path + u'\n' + clickHint);
 }
 
 void QBSettingsViewController::showEvent(QShowEvent* event)
