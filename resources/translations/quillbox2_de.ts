@@ -312,15 +312,15 @@
     <message id="SignatureStateEveryHours" numerus="yes">
         <source>every %n hour(s)</source>
         <translation>
-            <numerusform>jede Stunde</numerusform>
-            <numerusform>alle %n Stunden</numerusform>
+            <numerusform>alle %n Std.</numerusform>
+            <numerusform>alle %n Std.</numerusform>
         </translation>
     </message>
     <message id="SignatureStateEveryMinutes" numerus="yes">
         <source>every %n minute(s)</source>
         <translation>
-            <numerusform>jede Minute</numerusform>
-            <numerusform>alle %n Minuten</numerusform>
+            <numerusform>alle %n Min.</numerusform>
+            <numerusform>alle %n Min.</numerusform>
         </translation>
     </message>
     <message id="SignatureStateRotationOff">

@@ -312,14 +312,14 @@
     <message id="SignatureStateEveryHours" numerus="yes">
         <source>every %n hour(s)</source>
         <translation>
-            <numerusform>every hour</numerusform>
+            <numerusform>every %n hour</numerusform>
             <numerusform>every %n hours</numerusform>
         </translation>
     </message>
     <message id="SignatureStateEveryMinutes" numerus="yes">
         <source>every %n minute(s)</source>
         <translation>
-            <numerusform>every minute</numerusform>
+            <numerusform>every %n minute</numerusform>
             <numerusform>every %n minutes</numerusform>
         </translation>
     </message>
