@@ -6,6 +6,7 @@
 #include "core/FolderHelper.h"
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
+#include "import/QuoteBatchImportHelper.h"
 #include "logging/Log.h"
 #include "logging/ULog.h"
 #include "model/QuoteEditHelper.h"
@@ -22,6 +23,7 @@
 #include <QApplication>
 #include <QMainWindow>
 #include <QScreen>
+#include <QSessionManager>
 
 QBAppDelegate::QBAppDelegate(QObject* parent) : QObject(parent) {}
 
@@ -87,6 +89,11 @@ void QBAppDelegate::applicationDidFinishLaunching()
     }
 
     QBUserDefaults::standardUserDefaults().registerDefaults(registeredDefaultSettings());
+    // A logout may end the process without another word: typed text is kept first.
+    connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) {
+        if (mQuotesWindowController)
+            mQuotesWindowController->keepEditAndRememberPlace();
+    });
 }
 
 void QBAppDelegate::initializeQuotesDB()
@@ -141,6 +148,9 @@ void QBAppDelegate::installAlerts()
 
 void QBAppDelegate::applicationWillTerminate()
 {
+    // Quit, SIGTERM or the session ending: the text typed into the editor is kept.
+    if (mQuotesWindowController)
+        mQuotesWindowController->keepEditAndRememberPlace();
     logInfoMessage("Shutting down.");
 }
 
@@ -173,4 +183,17 @@ void QBAppDelegate::bringWindowToFront()
     mQuotesWindowController->show();
     mQuotesWindowController->raise();
     mQuotesWindowController->activateWindow();
+}
+
+void QBAppDelegate::importFiles(const QStringList& files, const QString& separator)
+{
+    logInfoMessage(QStringLiteral("Asked to import %1 file(s)").arg(files.size()));
+    if (mQuotesWindowController) {
+        mQuotesWindowController->show();
+        mQuotesWindowController->raise();
+        mQuotesWindowController->activateWindow();
+    }
+    QBQuoteBatchImportHelper::importFiles(
+        files, separator.isEmpty() ? std::nullopt
+                                   : std::make_optional(QBSeparatorChoice::fromName(separator)));
 }

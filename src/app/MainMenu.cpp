@@ -14,6 +14,13 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
 {
     //% "&File"
     QMenu* fileMenu = window.menuBar()->addMenu(qtTrId("MenuFile"));
+    // The window's own import and export commands, where people look for them first.
+    for (const char* name : {"importQuotesAction", "exportQuotesAction"}) {
+        if (auto* action = window.findChild<QAction*>(QString::fromLatin1(name)))
+            fileMenu->addAction(action);
+    }
+    if (!fileMenu->isEmpty())
+        fileMenu->addSeparator();
     //% "&Save"
     QAction* save = fileMenu->addAction(qtTrId("MenuFileSave"));
     save->setObjectName(QStringLiteral("saveAction"));

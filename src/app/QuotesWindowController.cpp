@@ -1,10 +1,16 @@
 #include "app/QuotesWindowController.h"
 
-#include "app/CurrentSignatureDelegate.h"
 #include "app/EditorAreaViewController.h"
+#include "app/QuoteListKeys.h"
+#include "app/QuoteListPlaceholder.h"
+#include "app/QuoteRowDelegate.h"
+#include "app/QuotesEditorViewController.h"
+#include "app/SignatureFitControl.h"
 #include "app/SignatureStatusBar.h"
+#include "app/WindowMemory.h"
 #include "helper/NextQuote.h"
 #include "import/BatchImportDialogs.h"
+#include "import/FileDropImport.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "logging/Log.h"
 #include "logging/ULog.h"
@@ -26,18 +32,12 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
 #include <QKeySequence>
 #include <QMenuBar>
 #include <QStyle>
 #include <QTimer>
-
-namespace {
-
-constexpr int kImportReportDelayMs = 1000;
-// Not a "QBDefaults" key: the window's own layout is no business of the helper process.
-const QString kSplitterStateKey = QStringLiteral("QBQuotesWindowSplitterState");
-
-} // namespace
 
 QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, QWidget* parent)
     : QMainWindow(parent), mUi(std::make_unique<Ui::QBQuotesWindow>()), mUndoManager(undoManager)
@@ -57,11 +57,14 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     // Imports ask their questions on this window and are undone with its other edits.
     QBBatchImportDialogs::setParentWindow(this);
     QBQuoteBatchImportHelper::setUndoManager(undoManager);
+    installFileDropImport(this);
     LMViewInstaller::installViewSameSizeAsSuperInto(mEditorArea, mUi->areaPlaceholderView);
     QBAppearanceHelper::setGradientBackground(mUi->areaPlaceholderView);
     refreshWindowTitle();
     mUi->quotesListView->selectionModel()->clearSelection();
     updateCommandStates();
+    QBWindowMemory::restoreGeometry(*this);
+    selectRow(rowOfQuote(QBWindowMemory::selectedQuote()));
 }
 
 QBQuotesWindowController::~QBQuotesWindowController()
@@ -72,6 +75,20 @@ QBQuotesWindowController::~QBQuotesWindowController()
 QListView* QBQuotesWindowController::quotesListView() const
 {
     return mUi->quotesListView;
+}
+
+void QBQuotesWindowController::keepEditAndRememberPlace()
+{
+    mEditorArea->quotesEditorViewController()->keepOpenEdit();
+    QBWindowMemory::rememberGeometry(*this);
+    const std::shared_ptr<QBQuoteValueObject> selected = selectedQuote();
+    QBWindowMemory::rememberSelectedQuote(selected != nullptr ? selected->quoteUID() : QString());
+}
+
+void QBQuotesWindowController::closeEvent(QCloseEvent* event)
+{
+    keepEditAndRememberPlace();
+    QMainWindow::closeEvent(event);
 }
 
 void QBQuotesWindowController::showEvent(QShowEvent* event)
@@ -118,6 +135,9 @@ void QBQuotesWindowController::createActions()
     //% "Import Quotes…"
     makeAction(mImportAction, "importQuotesAction", qtTrId("CommandImportQuotes"),
                QKeySequence(Qt::CTRL | Qt::Key_I), &QBQuotesWindowController::startBatchImport);
+    //% "Export Quotes…"
+    makeAction(mExportAction, "exportQuotesAction", qtTrId("CommandExportQuotes"),
+               QKeySequence(Qt::CTRL | Qt::Key_E), &QBQuotesWindowController::startExport);
     //% "Settings…"
     makeAction(mSettingsAction, "settingsAction", qtTrId("CommandSettings"),
                QKeySequence(Qt::CTRL | Qt::Key_Comma), &QBQuotesWindowController::switchToSettings);
@@ -170,7 +190,7 @@ void QBQuotesWindowController::installQuotesMenu()
     mQuotesMenu->addSeparator();
     mQuotesMenu->addActions({mAddAction, mRemoveAction, mRemoveAllAction});
     mQuotesMenu->addSeparator();
-    mQuotesMenu->addActions({mImportAction, mSettingsAction});
+    mQuotesMenu->addActions({mImportAction, mExportAction, mSettingsAction});
     const QList<QAction*> menus = menuBar()->actions();
     // Before Help, which by custom is the last menu.
     menuBar()->insertMenu(menus.isEmpty() ? nullptr : menus.last(), mQuotesMenu);
@@ -186,6 +206,11 @@ void QBQuotesWindowController::setUpList()
         mFindAction->text(), mFindAction->shortcut().toString(QKeySequence::NativeText)));
     connect(mUi->filterField, &QLineEdit::textChanged, this,
             &QBQuotesWindowController::setFilterText);
+    mSignatureFit = new QBSignatureFitControl(
+        QBUserDefaults::standardUserDefaults(), mQuotesArrayController,
+        [this](const std::function<void()>& change) { rearrangeKeepingSelection(change); }, this);
+    mUi->listPanelLayout->insertWidget(mUi->listPanelLayout->indexOf(mUi->filterField) + 1,
+                                       mSignatureFit->onlyTooLongCheckBox());
     connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &QBQuotesWindowController::followSelection);
     connect(list, &QListView::doubleClicked, this,
@@ -201,6 +226,13 @@ void QBQuotesWindowController::setUpList()
             &QBQuotesWindowController::arrangedObjectsChanged);
     connect(mQuotesArrayController, &QAbstractItemModel::rowsInserted, this,
             &QBQuotesWindowController::arrangedObjectsChanged);
+    new QBQuoteListKeys(
+        mUi->filterField, list, mEditAction, mRemoveAction,
+        [this] {
+            return mEditorArea->currentEditorView() != mEditorArea->settingsViewController();
+        },
+        this);
+    new QBQuoteListPlaceholder(list, mQuotesArrayController, mAddAction, mImportAction);
 }
 
 void QBQuotesWindowController::setUpSignatureState()
@@ -209,7 +241,7 @@ void QBQuotesWindowController::setUpSignatureState()
     mQuotesArrayController->setCurrentSignatureUID(mSignatureState->currentQuoteUID());
     connect(mSignatureState, &QBSignatureState::currentQuoteChanged, mQuotesArrayController,
             &QBQuotesListModel::setCurrentSignatureUID);
-    mUi->quotesListView->setItemDelegate(new QBCurrentSignatureDelegate(
+    mUi->quotesListView->setItemDelegate(new QBQuoteRowDelegate(
         style()->standardIcon(QStyle::SP_DialogApplyButton), mUi->quotesListView));
     auto* statusBar = new QBSignatureStatusBar(mSignatureState, mNextQuoteAction, this);
     connect(statusBar, &QBSignatureStatusBar::chooseFileRequested, mSettingsView,
@@ -220,15 +252,11 @@ void QBQuotesWindowController::setUpSignatureState()
 
 void QBQuotesWindowController::restoreSplitter()
 {
-    const QByteArray state =
-        QBUserDefaults::standardUserDefaults().objectForKey(kSplitterStateKey).toByteArray();
-    mSplitterRestored = !state.isEmpty() && mUi->splitter->restoreState(state);
+    mSplitterRestored = QBWindowMemory::restoreSplitter(*mUi->splitter);
     mUi->splitter->setStretchFactor(0, 0);
     mUi->splitter->setStretchFactor(1, 1); // the editor takes what the window gains
-    connect(mUi->splitter, &QSplitter::splitterMoved, this, [this] {
-        QBUserDefaults::standardUserDefaults().setObject(mUi->splitter->saveState(),
-                                                         kSplitterStateKey);
-    });
+    connect(mUi->splitter, &QSplitter::splitterMoved, this,
+            [this] { QBWindowMemory::rememberSplitter(*mUi->splitter); });
 }
 
 void QBQuotesWindowController::registerForNotifications()
@@ -239,8 +267,12 @@ void QBQuotesWindowController::registerForNotifications()
     tracker.observeNotification(QBQuoteRemovedNotification, [this](const QBNotification& n) {
         handleQuoteRemoved(n.userInfo);
     });
-    tracker.observeNotification(QBQuotesModifiedNotification,
-                                [this](const QBNotification&) { rebuildQuotesArray(); });
+    tracker.observeNotification(QBQuotesModifiedNotification, [this](const QBNotification&) {
+        rebuildQuotesArray();
+        // Quotes that come back are seen, whatever the filter says.
+        if (mUndoManager != nullptr && (mUndoManager->isUndoing() || mUndoManager->isRedoing()))
+            mUi->filterField->clear();
+    });
     tracker.observeNotification(QBWriteCurrentQuoteNotification,
                                 [this](const QBNotification&) { handleWriteCurrentQuote(); });
     tracker.observeNotification(
@@ -327,10 +359,15 @@ void QBQuotesWindowController::handleNewQuoteSelected()
 
 void QBQuotesWindowController::setFilterText(const QString& text)
 {
-    // The selected quote stays selected while it matches.
+    rearrangeKeepingSelection([this, &text] { mQuotesArrayController->setFilterText(text); });
+}
+
+void QBQuotesWindowController::rearrangeKeepingSelection(const std::function<void()>& change)
+{
+    // The selected quote stays selected while it is still shown.
     const std::shared_ptr<QBQuoteValueObject> selected = selectedQuote();
     mRearranging = true;
-    mQuotesArrayController->setFilterText(text);
+    change();
     if (selected != nullptr)
         selectRow(mQuotesArrayController->rowOfObject(selected.get()));
     mRearranging = false;
@@ -352,12 +389,25 @@ void QBQuotesWindowController::rebuildQuotesArray()
     mQuotesSource.rebuildQuotesArray();
 }
 
-void QBQuotesWindowController::selectLastQuoteForEditing()
+int QBQuotesWindowController::rowOfQuote(const QString& quoteUID)
 {
-    const int last = mQuotesArrayController->rowCount() - 1;
-    selectRow(last);
+    if (quoteUID.isEmpty())
+        return -1;
+    const std::shared_ptr<QBQuoteValueObject> quote =
+        mQuotesSource.valueObjectForQuoteUID(quoteUID);
+    return quote != nullptr ? mQuotesArrayController->rowOfObject(quote.get()) : -1;
+}
+
+void QBQuotesWindowController::selectQuoteForEditing(const QString& quoteUID)
+{
+    int row = rowOfQuote(quoteUID);
+    if (row < 0 && !mUi->filterField->text().isEmpty()) {
+        mUi->filterField->clear(); // a quote that comes back is seen, whatever the filter says
+        row = rowOfQuote(quoteUID);
+    }
+    selectRow(row);
     QBNotificationCenter::defaultCenter().post(QBQuoteDoubleClickedNotification,
-                                               mQuotesArrayController->objectAtRow(last).get());
+                                               mQuotesArrayController->objectAtRow(row).get());
 }
 
 void QBQuotesWindowController::finishChangeBatch()
@@ -369,8 +419,8 @@ void QBQuotesWindowController::finishChangeBatch()
     } else if (!mPendingRemovals.empty()) {
         mQuotesArrayController->removeQuotesWithUIDs(std::exchange(mPendingRemovals, {}));
     }
-    if (std::exchange(mSelectLastPending, false))
-        selectLastQuoteForEditing();
+    if (!mQuoteToSelect.isEmpty())
+        selectQuoteForEditing(std::exchange(mQuoteToSelect, {}));
 }
 
 void QBQuotesWindowController::handleQuoteAdded(const QVariantMap& userInfo)
@@ -378,12 +428,13 @@ void QBQuotesWindowController::handleQuoteAdded(const QVariantMap& userInfo)
     logInfoMessage(QStringLiteral("Refresh quotes source for added quote %1")
                        .arg(userInfo.value(QBKeyQuoteUID).toString()));
     rebuildQuotesArray();
+    // The quote that came, new or brought back by an undo or redo.
+    const QString uid = userInfo.value(QBKeyQuoteUID).toString();
     if (QBQuotesChangeBatch::isOpen()) {
-        mSelectLastPending = true;
+        mQuoteToSelect = uid;
         return;
     }
-    // The last row, whichever quote came: the new one, or one whose removal was undone.
-    selectLastQuoteForEditing();
+    selectQuoteForEditing(uid);
 }
 
 void QBQuotesWindowController::handleQuoteRemoved(const QVariantMap& userInfo)
@@ -398,13 +449,9 @@ void QBQuotesWindowController::handleQuoteRemoved(const QVariantMap& userInfo)
 
 void QBQuotesWindowController::handleQuotesImported(const QVariantMap& userInfo)
 {
-    const int count = userInfo.value(QBKeyImportedQuotesCount).toInt();
-    QTimer::singleShot(kImportReportDelayMs, this, [count] {
-        //% "Quotes Imported"
-        QBAlert::shared().infoWithTitle(qtTrId("QuotesSuccessfullyImportedTitle"),
-                                        //% "%n quote(s) were added to your collection."
-                                        qtTrId("QuotesImported", count));
-    });
+    // The import itself reports what it did in the message bar.
+    logInfoMessage(
+        QStringLiteral("%1 quotes imported").arg(userInfo.value(QBKeyImportedQuotesCount).toInt()));
     rebuildQuotesArray();
 }
 
@@ -414,10 +461,23 @@ void QBQuotesWindowController::chooseQuote()
     if (quote == nullptr)
         return;
     logInfoMessage(QStringLiteral("Making <%1> the current signature").arg(quote->quoteUID()));
-    if (!QBUserDefaults::standardUserDefaults()
-             .stringForKey(QBDefaultsSignatureOutputPath)
-             .isEmpty()) {
-        QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(quote->content());
+    QBUserDefaults& defaults = QBUserDefaults::standardUserDefaults();
+    if (!defaults.stringForKey(QBDefaultsSignatureOutputPath).isEmpty()) {
+        QBComposedSignature composed;
+        // Written even when it is longer than the limit: the user asked for this quote.
+        if (QBCurrentSignatureFileHelper::writeQuoteAsSignature(quote->content(), defaults,
+                                                                &composed) &&
+            !composed.fits) {
+            QBUserMessage message;
+            message.kind = QBUserMessage::Kind::Warning;
+            //% "The quote takes %1 lines, more than the signature's limit of %2; it was "
+            //% "written all the same."
+            message.text = qtTrId("SignatureLongerThanLimit")
+                               .arg(composed.quoteLines)
+                               .arg(QBSignatureSettings::fromDefaults(defaults).maxLines);
+            message.topic = QStringLiteral("SignatureLongerThanLimit");
+            QBUserMessages::shared().show(message);
+        }
         return;
     }
     //% "No Output File Specified"
@@ -430,7 +490,8 @@ void QBQuotesWindowController::handleWriteCurrentQuote()
 {
     const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote();
     const QString content = quote != nullptr ? quote->content() : QStringLiteral("...");
-    if (!QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(content)) {
+    if (!QBCurrentSignatureFileHelper::writeQuoteAsSignature(
+            content, QBUserDefaults::standardUserDefaults())) {
         logWarningMessage(
             QStringLiteral("Failed to write current quote - bookmark may be invalid"));
         chooseQuote();
@@ -483,6 +544,14 @@ void QBQuotesWindowController::startBatchImport()
 {
     logInfoMessage(QStringLiteral("Launching batch import"));
     QBQuoteBatchImportHelper::importFromTextFile();
+}
+
+void QBQuotesWindowController::startExport()
+{
+    std::vector<CQuoteRecord> selection;
+    if (const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote())
+        selection.emplace_back(quote->content().toStdString(), quote->quoteUID().toStdString());
+    QBQuoteBatchImportHelper::exportFromWindow(std::move(selection));
 }
 
 void QBQuotesWindowController::addQuote()

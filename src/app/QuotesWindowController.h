@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -36,6 +37,8 @@ public:
     // Commands.
     void chooseQuote();
     void startBatchImport();
+    // Asks where and how to export the collection (or the selected quote) and writes it.
+    void startExport();
     void addQuote();
     void removeCurrentQuote();
     void removeAllQuotes();
@@ -66,8 +69,13 @@ public:
     void handleQuotesImported(const QVariantMap& userInfo);
     void handleWriteCurrentQuote();
 
+    // Keeps the text typed into the editor and remembers the window's place and selected
+    // quote for the next launch: the window or the program is going away.
+    void keepEditAndRememberPlace();
+
 protected:
     void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void createActions();
@@ -80,6 +88,7 @@ private:
     void updateCommandStates();
     void selectRow(int row);
     void setFilterText(const QString& text);
+    void rearrangeKeepingSelection(const std::function<void()>& change);
     void focusFilterField();
     // Work deferred while a batch of changes runs, done once when it ends.
     void finishChangeBatch();
@@ -88,12 +97,16 @@ private:
     void setUpSignatureState();
     // Selects the quote with |quoteUID|, clearing the filter when it hides it.
     void selectQuoteWithUID(const QString& quoteUID);
+    // The row of the quote with |quoteUID| in the arranged list, or -1.
+    int rowOfQuote(const QString& quoteUID);
+    void selectQuoteForEditing(const QString& quoteUID);
 
     std::unique_ptr<Ui::QBQuotesWindow> mUi;
     QPointer<QBUndoManager> mUndoManager;
     QBQuotesSource mQuotesSource;
     QBQuotesListModel* mQuotesArrayController = nullptr;
     QBEditorAreaViewController* mEditorArea = nullptr;
+    class QBSignatureFitControl* mSignatureFit = nullptr;
     QBNotificationObserverTracker mNotificationTracker;
     QBSettingsViewController* mSettingsView = nullptr;
     QBSignatureState* mSignatureState = nullptr;
@@ -104,7 +117,7 @@ private:
     bool mSplitterRestored = false;
 
     bool mRebuildPending = false;
-    bool mSelectLastPending = false;
+    QString mQuoteToSelect;       // once the batch ends
     QStringList mPendingRemovals; // identifiers
 
     QMenu* mQuotesMenu = nullptr;
@@ -113,6 +126,7 @@ private:
     QAction* mRemoveAction = nullptr;
     QAction* mRemoveAllAction = nullptr;
     QAction* mImportAction = nullptr;
+    QAction* mExportAction = nullptr;
     QAction* mSettingsAction = nullptr;
     QAction* mEditAction = nullptr;
     QAction* mFindAction = nullptr;

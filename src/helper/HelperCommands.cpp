@@ -99,17 +99,13 @@ int qbhelper::printNextQuote()
 {
     const int quoteOutput = reserveStandardOutputForQuote();
 
-    const QBHelperQuoteSource::Pick pick =
-        QBHelperQuoteSource::nextQuote(QBHelperQuoteSource::Access::Mapped);
-    if (!pick.content) {
-        logWarningMessage(pick.problem.isEmpty() ? QStringLiteral("No quote to print")
-                                                 : pick.problem);
+    const QBHelperQuoteSource::Signature signature = QBHelperQuoteSource::nextSignature(
+        QBHelperQuoteSource::Access::Mapped, QBHelperQuoteSource::Output::StandardOutput);
+    if (!signature.problem.isEmpty()) {
+        logWarningMessage(signature.problem);
         return 1;
     }
-    return writeQuoteTo(quoteOutput, QBCurrentSignatureFileHelper::signatureBytes(
-                                         QString::fromStdString(*pick.content)))
-               ? 0
-               : 1;
+    return writeQuoteTo(quoteOutput, signature.bytes) ? 0 : 1;
 }
 
 int qbhelper::writeNextQuoteAndPrint()
@@ -121,7 +117,5 @@ int qbhelper::writeNextQuoteAndPrint()
         ::close(quoteOutput);
         return 1;
     }
-    return writeQuoteTo(quoteOutput, QBCurrentSignatureFileHelper::signatureBytes(result.content))
-               ? 0
-               : 1;
+    return writeQuoteTo(quoteOutput, result.bytes) ? 0 : 1;
 }

@@ -11,19 +11,18 @@ QBNextQuoteResult writeNextQuote()
         result.messages = QBCurrentSignatureFileHelper::noBookmark().messages;
         return result;
     }
-    // Copied, not mapped: the application must survive a file truncated under it.
-    const QBHelperQuoteSource::Pick pick =
-        QBHelperQuoteSource::nextQuote(QBHelperQuoteSource::Access::Copied);
-    if (!pick.content) {
-        result.messages.emplace_back(qblog::Level::Warning,
-                                     pick.problem.isEmpty() ? QStringLiteral("No quote to write")
-                                                            : pick.problem);
+    // Copied, not mapped: the application must survive a file truncated under it. The
+    // same composing and fit rules as the rotation and --print.
+    QBHelperQuoteSource::Signature signature = QBHelperQuoteSource::nextSignature(
+        QBHelperQuoteSource::Access::Copied, QBHelperQuoteSource::Output::SignatureFile);
+    if (!signature.problem.isEmpty()) {
+        result.messages.emplace_back(qblog::Level::Warning, signature.problem);
         return result;
     }
-    result.uid = QString::fromStdString(pick.uid);
-    result.content = QString::fromStdString(*pick.content);
+    result.uid = QString::fromStdString(signature.uid);
+    result.bytes = std::move(signature.bytes);
     QBCurrentSignatureFileHelper::WriteResult write =
-        QBCurrentSignatureFileHelper::writeSignature(result.content);
+        QBCurrentSignatureFileHelper::writeSignatureBytes(result.bytes);
     result.written = write.written;
     result.messages = std::move(write.messages);
     return result;

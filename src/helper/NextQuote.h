@@ -2,6 +2,7 @@
 
 #include "logging/Log.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <utility>
@@ -12,8 +13,8 @@
 // never comes twice in a round whoever asked for it.
 struct QBNextQuoteResult
 {
-    QString uid;     // the quote taken from the cycle; empty when there was none
-    QString content; // its text
+    QString uid;      // the quote taken from the cycle; empty when there was none
+    QByteArray bytes; // the signature composed around it, as written
     bool written = false;
     // Why nothing was written, as log lines (no quote, no or a broken bookmark, a failed
     // write); empty when written.

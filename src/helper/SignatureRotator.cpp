@@ -92,21 +92,18 @@ void QBSignatureRotator::reportProblem(const QString& key, const std::function<v
 
 void QBSignatureRotator::rotate()
 {
-    const QBHelperQuoteSource::Pick pick =
-        QBHelperQuoteSource::nextQuote(QBHelperQuoteSource::Access::Copied);
-    if (!pick.problem.isEmpty()) {
-        reportProblem(pick.problem, [&] {
+    const QBHelperQuoteSource::Signature signature = QBHelperQuoteSource::nextSignature(
+        QBHelperQuoteSource::Access::Copied, QBHelperQuoteSource::Output::SignatureFile);
+    if (!signature.problem.isEmpty()) {
+        reportProblem(signature.problem, [&] {
             logWarningMessage(
-                pick.problem +
+                signature.problem +
                 QStringLiteral("; trying again in %1s").arg(QString::number(mIntervalSeconds)));
         });
         return;
     }
-    if (!pick.content) {
-        return;
-    }
     const QBCurrentSignatureFileHelper::WriteResult result =
-        QBCurrentSignatureFileHelper::writeSignature(QString::fromStdString(*pick.content));
+        QBCurrentSignatureFileHelper::writeSignatureBytes(signature.bytes);
     QString key;
     for (const auto& message : result.messages) {
         key += message.second + QLatin1Char('\n');

@@ -37,6 +37,7 @@ int main(int argc, char* argv[])
     parser.process(application); // --help, --version and unknown options end here
     if (!parser.positionalArguments().isEmpty()) {
         std::fprintf(stderr, "%s: %s\n", qbidentity::kHelperProcessName,
+                     //% "Unexpected argument '%1'."
                      qPrintable(qtTrId("CommandLineUnexpectedArgument")
                                     .arg(parser.positionalArguments().constFirst())));
         return 1;

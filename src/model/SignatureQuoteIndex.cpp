@@ -2,20 +2,14 @@
 
 #include "core/QuotesRepository.h"
 #include "model/Notifications.h"
-#include "signature/CurrentSignatureFileHelper.h"
 
 #include <string_view>
 
 namespace {
 
-// A hash that a quote's text and the file written for it share, computed without
-// building the file's bytes: the writer adds at most one final line break, so both are
-// hashed without one. Equal hashes are then compared with the writer's bytes.
-std::uint64_t hashOf(std::string_view text)
+std::uint64_t hashOf(const QByteArray& bytes)
 {
-    if (!text.empty() && text.back() == '\n')
-        text.remove_suffix(1);
-    return std::hash<std::string_view>()(text);
+    return std::hash<std::string_view>()(std::string_view(bytes.constData(), bytes.size()));
 }
 
 } // namespace
@@ -47,9 +41,17 @@ QBSignatureQuoteIndex::~QBSignatureQuoteIndex()
     mNotificationTracker.removeObservers();
 }
 
-QByteArray QBSignatureQuoteIndex::fileBytesForQuote(const std::string& content)
+void QBSignatureQuoteIndex::setSettings(const QBSignatureSettings& settings)
 {
-    return QBCurrentSignatureFileHelper::signatureBytes(QString::fromStdString(content));
+    if (settings == mSettings)
+        return;
+    mSettings = settings;
+    mBuilt = false;
+}
+
+QByteArray QBSignatureQuoteIndex::fileBytesForQuote(const std::string& content) const
+{
+    return QBSignatureComposer::compose(QString::fromStdString(content), mSettings).bytes;
 }
 
 void QBSignatureQuoteIndex::ensureBuilt()
@@ -62,7 +64,7 @@ void QBSignatureQuoteIndex::ensureBuilt()
     mUIDsByHash.reserve(quotes.size());
     mHashByUID.reserve(quotes.size());
     for (const CQuoteRecord& quote : quotes) {
-        const std::uint64_t hash = hashOf(quote.mContent);
+        const std::uint64_t hash = hashOf(fileBytesForQuote(quote.mContent));
         if (mHashByUID.emplace(quote.mUID, hash).second)
             mUIDsByHash.emplace(hash, quote.mUID);
     }
@@ -89,7 +91,7 @@ void QBSignatureQuoteIndex::learn(const std::string& uid)
     const CQuoteRecord* record = CQuotesRepository::getInstance().findQuote(uid);
     if (record == nullptr)
         return;
-    const std::uint64_t hash = hashOf(record->mContent);
+    const std::uint64_t hash = hashOf(fileBytesForQuote(record->mContent));
     mHashByUID.emplace(uid, hash);
     mUIDsByHash.emplace(hash, uid);
 }
@@ -107,8 +109,7 @@ void QBSignatureQuoteIndex::quoteChanged(const QString& uid, bool removed)
 QString QBSignatureQuoteIndex::quoteUIDForFileBytes(const QByteArray& fileBytes)
 {
     ensureBuilt();
-    auto [first, last] =
-        mUIDsByHash.equal_range(hashOf(std::string_view(fileBytes.constData(), fileBytes.size())));
+    auto [first, last] = mUIDsByHash.equal_range(hashOf(fileBytes));
     // Equal hashes are checked byte for byte; the first quote in collection order wins.
     QString found;
     std::uint32_t foundIndex = UINT32_MAX;

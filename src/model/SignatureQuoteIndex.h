@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/NotificationObserverTracker.h"
+#include "signature/SignatureComposer.h"
 
 #include <QByteArray>
 #include <QString>
@@ -9,10 +10,10 @@
 #include <string>
 #include <unordered_map>
 
-// Tells which quote of the collection the signature file holds. Every quote's text is
-// hashed once (so that the file written for it has the same hash); model notifications
-// keep the hashes current, so recognising a file costs one hash and one look-up however
-// large the collection is. A match is confirmed with exactly what the writer would write.
+// Tells which quote of the collection the signature file holds. Every quote's signature,
+// composed by the current settings, is hashed once; model notifications keep the hashes
+// current and new settings index afresh, so recognising a file costs one hash and one
+// look-up however large the collection is. A match is confirmed byte for byte.
 class QBSignatureQuoteIndex
 {
 public:
@@ -25,10 +26,12 @@ public:
     // empty text when no quote would (a file written by hand, an edited quote).
     QString quoteUIDForFileBytes(const QByteArray& fileBytes);
 
-    // What the signature file holds for a quote with |content|. The one place that says
-    // how a quote appears in the file; anything that changes the writer changes this (and
-    // the hash in the .cpp, which must give a quote and its file the same value).
-    static QByteArray fileBytesForQuote(const std::string& content);
+    // The template, wrap and line limit the file is composed by; different settings make
+    // the next look-up index the collection again.
+    void setSettings(const QBSignatureSettings& settings);
+
+    // What the signature file holds for a quote with |content| under the settings.
+    QByteArray fileBytesForQuote(const std::string& content) const;
 
 private:
     void ensureBuilt();
@@ -37,6 +40,7 @@ private:
     void quoteChanged(const QString& uid, bool removed);
 
     bool mBuilt = false;
+    QBSignatureSettings mSettings;
     std::unordered_multimap<std::uint64_t, std::string> mUIDsByHash;
     std::unordered_map<std::string, std::uint64_t> mHashByUID;
     QBNotificationObserverTracker mNotificationTracker;

@@ -121,6 +121,7 @@ QString QBSignatureState::recognisedQuoteUID(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return QString();
+    mIndex.setSettings(QBSignatureSettings::fromDefaults(mDefaults));
     return mIndex.quoteUIDForFileBytes(file.read(kLargestSignatureBytes));
 }
 

@@ -83,13 +83,7 @@ void QBCurrentSignatureFileHelper::logMessages(
 
 QByteArray QBCurrentSignatureFileHelper::signatureBytes(const QString& content)
 {
-    // A text file ends with a line break; without one, a mail client that puts the
-    // signature above the quoted text glues the next line to it.
-    QByteArray bytes = content.toUtf8();
-    if (!bytes.isEmpty() && !bytes.endsWith('\n')) {
-        bytes.append('\n');
-    }
-    return bytes;
+    return QBSignatureComposer::compose(content, QBSignatureSettings()).bytes;
 }
 
 bool QBCurrentSignatureFileHelper::hasStoredBookmark()
@@ -107,8 +101,28 @@ bool QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(const QStr
     return result.written;
 }
 
+bool QBCurrentSignatureFileHelper::writeQuoteAsSignature(const QString& quote,
+                                                         const QBUserDefaults& defaults,
+                                                         QBComposedSignature* composed)
+{
+    QBComposedSignature signature =
+        QBSignatureComposer::compose(quote, QBSignatureSettings::fromDefaults(defaults));
+    const WriteResult result = writeSignatureBytes(signature.bytes);
+    logMessages(result.messages);
+    if (composed != nullptr) {
+        *composed = std::move(signature);
+    }
+    return result.written;
+}
+
 QBCurrentSignatureFileHelper::WriteResult
 QBCurrentSignatureFileHelper::writeSignature(const QString& content)
+{
+    return writeSignatureBytes(signatureBytes(content));
+}
+
+QBCurrentSignatureFileHelper::WriteResult
+QBCurrentSignatureFileHelper::writeSignatureBytes(const QByteArray& bytes)
 {
     if (!hasStoredBookmark()) {
         return noBookmark();
@@ -127,7 +141,7 @@ QBCurrentSignatureFileHelper::writeSignature(const QString& content)
 
     QBFileBookmark::startAccessingSecurityScopedResource(resolution.path);
     const QBFileReplacer::Result result = QBFileReplacer::replaceContent(
-        resolution.path, signatureBytes(content), [&bookmark](quint64 device, quint64 inode) {
+        resolution.path, bytes, [&bookmark](quint64 device, quint64 inode) {
             return QBFileBookmark::recordsIdentity(bookmark, device, inode);
         });
     QBFileBookmark::stopAccessingSecurityScopedResource(resolution.path);

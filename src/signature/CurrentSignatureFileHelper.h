@@ -1,6 +1,7 @@
 #pragma once
 
 #include "logging/Log.h"
+#include "signature/SignatureComposer.h"
 
 #include <QString>
 #include <QUrl>
@@ -33,6 +34,11 @@ public:
     // left as it was.
     static bool writeToCurrentSignatureFileContent(const QString& content);
 
+    // Composes |quote| by the signature settings in |defaults| (QBSignatureComposer) and
+    // writes the result as above; |composed| receives what was composed.
+    static bool writeQuoteAsSignature(const QString& quote, const QBUserDefaults& defaults,
+                                      QBComposedSignature* composed = nullptr);
+
     // The same write, with the lines it would log handed back instead, for a caller that
     // retries on a timer and logs a repeated failure only once.
     struct WriteResult
@@ -45,11 +51,13 @@ public:
     static bool hasStoredBookmark();
     // The write's result without a stored bookmark.
     static WriteResult noBookmark();
+    // The same with the file's bytes already composed (QBSignatureComposer).
+    static WriteResult writeSignatureBytes(const QByteArray& bytes);
     // Logs |messages| in order at their levels.
     static void logMessages(const std::vector<std::pair<qblog::Level, QString>>& messages);
 
-    // The bytes written for |content|: UTF-8 with one final line break added to a
-    // non-empty text that lacks one.
+    // The bytes written for |content| alone, without template or fit rules: UTF-8 with
+    // one final line break added to a non-empty text that lacks one.
     static QByteArray signatureBytes(const QString& content);
 
     // Whether the path lies in the cloud-drive folder (case-sensitive test).

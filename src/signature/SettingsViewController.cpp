@@ -2,10 +2,12 @@
 
 #include "logging/ULog.h"
 #include "model/Notifications.h"
+#include "model/QuoteValueObject.h"
 #include "model/SignatureState.h"
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
+#include "signature/SignatureSection.h"
 #include "telemetry/QBTelemetryHelper.h"
 #include "ui/Alert.h"
 #include "ui/HelpBook.h"
@@ -15,6 +17,9 @@
 
 #include <QCheckBox>
 #include <QLocale>
+#include <QScrollArea>
+#include <QTimer>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -42,7 +47,21 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
     : QWidget(parent), mUi(std::make_unique<Ui::QBSettingsView>()),
       mStandardDefaults(standardDefaults), mMirror(standardDefaults, sharedDefaults)
 {
-    mUi->setupUi(this);
+    // The page scrolls rather than squeezing its controls in a small window.
+    auto* content = new QWidget;
+    mUi->setupUi(content);
+    auto* scrollArea = new QScrollArea(this);
+    scrollArea->setObjectName(QStringLiteral("settingsScrollArea"));
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setWidget(content);
+    auto* pageLayout = new QVBoxLayout(this);
+    pageLayout->setContentsMargins(0, 0, 0, 0);
+    pageLayout->addWidget(scrollArea);
+    // Above the spacer that keeps the help button at the bottom.
+    mSignatureSection = new QBSignatureSection(standardDefaults, content);
+    mUi->mainLayout->insertWidget(
+        mUi->mainLayout->indexOf(mUi->usageStatisticsUnavailableLabel) + 1, mSignatureSection);
     connect(mUi->changeIntervalPopupButton, &QComboBox::activated, this,
             &QBSettingsViewController::handleChangeIntervalSelected);
     connect(mUi->clickablePathField, &LMClickableLabel::clicked, this,
@@ -60,6 +79,25 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
                 userDefaultsDidChange();
             }
         });
+    // The preview follows the list's selection and the edits of the selected quote.
+    mSelectionObserver = QBNotificationCenter::defaultCenter().addObserver(
+        QBQuoteSelectedNotification, [this](const QBNotification& notification) {
+            mPreviewedQuote = qobject_cast<QBQuoteValueObject*>(notification.object);
+            mSignatureSection->setPreviewQuote(mPreviewedQuote ? mPreviewedQuote->content()
+                                                               : QString());
+        });
+    mQuoteUpdateObserver = QBNotificationCenter::defaultCenter().addObserver(
+        QBQuoteDidUpdateNotification, [this](const QBNotification& notification) {
+            if (mPreviewedQuote && notification.userInfo.value(QBKeyQuoteUID).toString() ==
+                                       mPreviewedQuote->quoteUID()) {
+                // After the value object itself has taken the new text.
+                QTimer::singleShot(0, this, [this] {
+                    if (mPreviewedQuote) {
+                        mSignatureSection->setPreviewQuote(mPreviewedQuote->content());
+                    }
+                });
+            }
+        });
     updateControls();
     showRotationState();
 }
@@ -67,6 +105,8 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
 QBSettingsViewController::~QBSettingsViewController()
 {
     QBNotificationCenter::defaultCenter().removeObserver(mDefaultsObserver);
+    QBNotificationCenter::defaultCenter().removeObserver(mSelectionObserver);
+    QBNotificationCenter::defaultCenter().removeObserver(mQuoteUpdateObserver);
 }
 
 void QBSettingsViewController::setSignatureState(QBSignatureState* state)
@@ -114,6 +154,7 @@ void QBSettingsViewController::updateControls()
     //% "Click to choose the file your mail client reads as its signature"
     const QString clickHint = qtTrId("SettingsOutputFileToolTip");
     mUi->clickablePathField->setToolTip(path.isEmpty() ? clickHint : path + u'\n' + clickHint);
+    mSignatureSection->updateFromDefaults();
 }
 
 void QBSettingsViewController::showEvent(QShowEvent* event)

@@ -1,10 +1,12 @@
 // What the window shows about the signature: the marked quote, the status bar and Next
 // Quote Now, driven through the real window and real helper processes.
 #include "model/SignatureState.h"
+#include "app/QuoteRowDelegate.h"
 #include "core/QuotesRepository.h"
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/LoginItemService.h"
 #include "signature/SettingsKeys.h"
+#include "signature/SignatureComposer.h"
 #include "ui/ElidedLabel.h"
 #include "util/UserMessages.h"
 
@@ -17,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QPixmap>
 #include <QSet>
 #include <QTest>
 #include <QToolButton>
@@ -73,8 +76,10 @@ protected:
     {
         const QByteArray bytes = readFileBytes(path);
         for (const CQuoteRecord& quote : CQuotesRepository::getInstance().mQuotes) {
-            if (QBCurrentSignatureFileHelper::signatureBytes(
-                    QString::fromStdString(quote.mContent)) == bytes)
+            if (QBSignatureComposer::compose(
+                    QString::fromStdString(quote.mContent),
+                    QBSignatureSettings::fromDefaults(QBUserDefaults::standardUserDefaults()))
+                    .bytes == bytes)
                 return QString::fromStdString(quote.mUID);
         }
         return QString();
@@ -145,6 +150,44 @@ TEST_F(SignatureStateTest, StatusBarFollowsTheSettingsAndNeverWidensTheWindow)
     EXPECT_EQ(mWindow->width(), width);
 }
 
+// Reaches the style options the list's delegate gives a row.
+class RowOptions : public QBQuoteRowDelegate
+{
+public:
+    using QBQuoteRowDelegate::QBQuoteRowDelegate;
+    QStyleOptionViewItem of(const QModelIndex& index) const
+    {
+        QStyleOptionViewItem option;
+        initStyleOption(&option, index);
+        return option;
+    }
+};
+
+TEST_F(SignatureStateTest, TheListsOneDelegateDrawsTheMarkAndTheTooLongRowsTogether)
+{
+    // The signature settings' fit rules must not replace the delegate that draws the mark.
+    QBUserDefaults::standardUserDefaults().setObject(1, QBDefaultsSignatureMaxLines);
+    EXPECT_NE(qobject_cast<QBQuoteRowDelegate*>(mWindow->quotesListView()->itemDelegate()),
+              nullptr);
+    QBUserDefaults::standardUserDefaults().removeObjectForKey(QBDefaultsSignatureMaxLines);
+
+    QBQuotesListModel& model = mWindow->quotesArrayController();
+    ASSERT_GT(model.rowCount(), 1);
+    model.setCurrentSignatureUID(model.index(0).data(QBQuotesListModel::QuoteUIDRole).toString());
+    model.setSignatureFitTest([](const QString&) { return false; });
+    QPixmap mark(8, 8);
+    mark.fill(Qt::black);
+    const RowOptions delegate{QIcon(mark)};
+    const QStyleOptionViewItem marked = delegate.of(model.index(0));
+    EXPECT_FALSE(marked.icon.isNull());
+    EXPECT_TRUE(marked.font.italic());
+    model.setSignatureFitTest({});
+    const QStyleOptionViewItem plain = delegate.of(model.index(1));
+    EXPECT_TRUE(plain.icon.isNull());
+    EXPECT_FALSE(plain.font.italic());
+    EXPECT_EQ(plain.decorationSize, marked.decorationSize); // texts stay aligned
+}
+
 TEST_F(SignatureStateTest, MarkFollowsEveryWriterOfTheFile)
 {
     // Chosen in the suite file itself, where the helper processes read it (this process
@@ -169,6 +212,21 @@ TEST_F(SignatureStateTest, MarkFollowsEveryWriterOfTheFile)
     EXPECT_TRUE(marked.data(Qt::AccessibleTextRole)
                     .toString()
                     .startsWith(QStringLiteral("Current signature: ")));
+
+    // The mark compares composed signatures: a quote written in a template is marked, and
+    // another template makes the same file no quote's signature.
+    QBUserDefaults& defaults = QBUserDefaults::standardUserDefaults();
+    defaults.setObject(QStringLiteral("Jane Doe\n{quote}"), QBDefaultsSignatureTemplate);
+    EXPECT_TRUE(eventually([&] { return markedUIDs().isEmpty(); }, 1000));
+    const auto other = CQuotesRepository::getInstance().mQuotes.back();
+    ASSERT_TRUE(QBCurrentSignatureFileHelper::writeQuoteAsSignature(
+        QString::fromStdString(other.mContent), defaults));
+    ASSERT_TRUE(readFileBytes(file).startsWith("Jane Doe\n"));
+    EXPECT_TRUE(eventually(
+        [&] { return markedUIDs() == QStringList{QString::fromStdString(other.mUID)}; }, 1000))
+        << markedUIDs().join(u' ').toStdString();
+    defaults.removeObjectForKey(QBDefaultsSignatureTemplate);
+    EXPECT_TRUE(eventually([&] { return markedUIDs().isEmpty(); }, 1000));
 
     // A text that is no quote of the collection, written in place, marks nothing.
     QFile foreign(file);
