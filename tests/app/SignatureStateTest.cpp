@@ -277,6 +277,18 @@ TEST_F(SignatureStateTest, NextQuoteNowWalksOneRoundAndSelectsEachQuote)
     }
     EXPECT_EQ(written.size(), count);
     EXPECT_TRUE(filter->text().isEmpty());
+
+    // No quote fits one line of one cell: nothing is written, and the message bar says why.
+    const QByteArray before = readFileBytes(file);
+    helperworld::setSuiteValue(QBDefaultsSignatureWrapColumn, 1);
+    helperworld::setSuiteValue(QBDefaultsSignatureMaxLines, 1);
+    QTest::keyClick(mWindow, Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(readFileBytes(file), before);
+    const QBUserMessage& message = QBUserMessages::shared().lastMessage();
+    EXPECT_EQ(message.kind, QBUserMessage::Kind::Error);
+    EXPECT_TRUE(message.text.contains(QStringLiteral("quotes fits"))) << message.text.toStdString();
+    helperworld::setSuiteValue(QBDefaultsSignatureWrapColumn, 0);
+    helperworld::setSuiteValue(QBDefaultsSignatureMaxLines, 0);
 }
 
 } // namespace
