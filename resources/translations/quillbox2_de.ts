@@ -697,6 +697,80 @@
         <source>Another program changed your quotes while Quillbox2 had them open. Its version was kept at %1.</source>
         <translation>Ein anderes Programm hat Ihre Zitate geändert, während Quillbox2 sie geöffnet hatte. Dessen Fassung wurde unter %1 aufbewahrt.</translation>
     </message>
+    <message id="CommandNextQuoteNow">
+        <source>Next Quote Now</source>
+        <translation>Nächstes Zitat jetzt</translation>
+    </message>
+    <message id="NextQuoteNoSignatureFile">
+        <source>Choose a signature file first.</source>
+        <translation>Wählen Sie zuerst eine Signaturdatei aus.</translation>
+    </message>
+    <message id="StatusBarChooseSignatureFile">
+        <source>Choose…</source>
+        <translation>Auswählen…</translation>
+    </message>
+    <message id="NextQuoteNotWritten">
+        <source>The next quote could not be put into the signature file: %1</source>
+        <translation>Das nächste Zitat konnte nicht in die Signaturdatei geschrieben werden: %1</translation>
+    </message>
+    <message id="StatusBarChooseSignatureFileTip">
+        <source>Choose the file your mail program reads as its signature</source>
+        <translation>Die Datei auswählen, die Ihr E-Mail-Programm als Signatur liest</translation>
+    </message>
+    <message id="StatusBarNoSignatureFile">
+        <source>No signature file chosen</source>
+        <translation>Keine Signaturdatei ausgewählt</translation>
+    </message>
+    <message id="HelperCommandLineNextOption">
+        <source>Put the next quote into the signature file now, print it and exit.</source>
+        <translation>Das nächste Zitat sofort in die Signaturdatei schreiben, es ausgeben und beenden.</translation>
+    </message>
+    <message id="HelperCommandLinePrintAndNext">
+        <source>--print and --next cannot be used together.</source>
+        <translation>--print und --next können nicht zusammen verwendet werden.</translation>
+    </message>
+    <message id="QuotesListCurrentSignature">
+        <source>Current signature: %1</source>
+        <translation>Aktuelle Signatur: %1</translation>
+    </message>
+    <message id="SignatureStateHelperMissing">
+        <source>the helper program %1 is missing</source>
+        <translation>das Hilfsprogramm %1 fehlt</translation>
+    </message>
+    <message id="SignatureStateEveryHours" numerus="yes">
+        <source>every %n hour(s)</source>
+        <translation>
+            <numerusform>alle %n Std.</numerusform>
+            <numerusform>alle %n Std.</numerusform>
+        </translation>
+    </message>
+    <message id="SignatureStateEveryMinutes" numerus="yes">
+        <source>every %n minute(s)</source>
+        <translation>
+            <numerusform>alle %n Min.</numerusform>
+            <numerusform>alle %n Min.</numerusform>
+        </translation>
+    </message>
+    <message id="SignatureStateRotationOff">
+        <source>Automatic quote changes are off</source>
+        <translation>Automatischer Zitatwechsel ist aus</translation>
+    </message>
+    <message id="SignatureStateRotating">
+        <source>New quote %1</source>
+        <translation>Neues Zitat %1</translation>
+    </message>
+    <message id="SignatureStateRotatingNext">
+        <source>New quote %1, next at %2</source>
+        <translation>Neues Zitat %1, nächstes um %2</translation>
+    </message>
+    <message id="SignatureStateHelperNotRunning">
+        <source>Automatic changes are on, but the helper is not running</source>
+        <translation>Automatischer Wechsel ist an, aber das Hilfsprogramm läuft nicht</translation>
+    </message>
+    <message id="SignatureStateHelperNotRunningBecause">
+        <source>Automatic changes are on, but the helper is not running: %1</source>
+        <translation>Automatischer Wechsel ist an, aber das Hilfsprogramm läuft nicht: %1</translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

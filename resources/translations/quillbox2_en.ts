@@ -698,6 +698,80 @@
         <source>Another program changed your quotes while Quillbox2 had them open. Its version was kept at %1.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="CommandNextQuoteNow">
+        <source>Next Quote Now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="NextQuoteNoSignatureFile">
+        <source>Choose a signature file first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="StatusBarChooseSignatureFile">
+        <source>Choose…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="NextQuoteNotWritten">
+        <source>The next quote could not be put into the signature file: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="StatusBarChooseSignatureFileTip">
+        <source>Choose the file your mail program reads as its signature</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="StatusBarNoSignatureFile">
+        <source>No signature file chosen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelperCommandLineNextOption">
+        <source>Put the next quote into the signature file now, print it and exit.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelperCommandLinePrintAndNext">
+        <source>--print and --next cannot be used together.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesListCurrentSignature">
+        <source>Current signature: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SignatureStateHelperMissing">
+        <source>the helper program %1 is missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SignatureStateEveryHours" numerus="yes">
+        <source>every %n hour(s)</source>
+        <translation>
+            <numerusform>every %n hour</numerusform>
+            <numerusform>every %n hours</numerusform>
+        </translation>
+    </message>
+    <message id="SignatureStateEveryMinutes" numerus="yes">
+        <source>every %n minute(s)</source>
+        <translation>
+            <numerusform>every %n minute</numerusform>
+            <numerusform>every %n minutes</numerusform>
+        </translation>
+    </message>
+    <message id="SignatureStateRotationOff">
+        <source>Automatic quote changes are off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SignatureStateRotating">
+        <source>New quote %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SignatureStateRotatingNext">
+        <source>New quote %1, next at %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SignatureStateHelperNotRunning">
+        <source>Automatic changes are on, but the helper is not running</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SignatureStateHelperNotRunningBecause">
+        <source>Automatic changes are on, but the helper is not running: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

@@ -3,10 +3,13 @@
 #include "app/EditorAreaViewController.h"
 #include "app/QuoteListKeys.h"
 #include "app/QuoteListPlaceholder.h"
+#include "app/QuoteRowDelegate.h"
 #include "app/QuotesEditorViewController.h"
 #include "app/SignatureFitControl.h"
+#include "app/SignatureStatusBar.h"
 #include "app/SignatureWriteReport.h"
 #include "app/WindowMemory.h"
+#include "helper/NextQuote.h"
 #include "import/BatchImportDialogs.h"
 #include "import/FileDropImport.h"
 #include "import/QuoteBatchImportHelper.h"
@@ -15,6 +18,7 @@
 #include "model/Notifications.h"
 #include "model/QuoteEditHelper.h"
 #include "model/QuotesChangeBatch.h"
+#include "model/SignatureState.h"
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SettingsViewController.h"
@@ -48,10 +52,12 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     mQuotesArrayController = new QBQuotesListModel(&mQuotesSource, this);
     registerForNotifications();
     mEditorArea = new QBEditorAreaViewController(undoManager, mUi->areaPlaceholderView);
-    mEditorArea->setSettingsView(new QBSettingsViewController);
+    mSettingsView = new QBSettingsViewController;
+    mEditorArea->setSettingsView(mSettingsView);
 
     createActions();
     setUpList();
+    setUpSignatureState();
     restoreSplitter();
 
     // Imports ask their questions on this window and are undone with its other edits.
@@ -145,6 +151,11 @@ void QBQuotesWindowController::createActions()
     //% "Find Quotes"
     makeAction(mFindAction, "findQuotesAction", qtTrId("CommandFindQuotes"), QKeySequence::Find,
                &QBQuotesWindowController::focusFilterField);
+    // No text field on Linux claims Ctrl+Shift+N, so it works while typing too.
+    //% "Next Quote Now"
+    makeAction(mNextQuoteAction, "nextQuoteAction", qtTrId("CommandNextQuoteNow"),
+               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
+               &QBQuotesWindowController::nextQuoteNow);
     for (QAction* action : actions()) {
         action->setToolTip(QStringLiteral("%1 (%2)").arg(
             action->text(), action->shortcut().toString(QKeySequence::NativeText)));
@@ -181,7 +192,7 @@ void QBQuotesWindowController::installQuotesMenu()
     //% "&Quotes"
     mQuotesMenu = new QMenu(qtTrId("MenuQuotes"), this);
     mQuotesMenu->setObjectName(QStringLiteral("quotesMenu"));
-    mQuotesMenu->addActions({mChooseAction, mEditAction, mFindAction});
+    mQuotesMenu->addActions({mChooseAction, mNextQuoteAction, mEditAction, mFindAction});
     mQuotesMenu->addSeparator();
     mQuotesMenu->addActions({mAddAction, mRemoveAction, mRemoveAllAction});
     mQuotesMenu->addSeparator();
@@ -202,7 +213,7 @@ void QBQuotesWindowController::setUpList()
     connect(mUi->filterField, &QLineEdit::textChanged, this,
             &QBQuotesWindowController::setFilterText);
     mSignatureFit = new QBSignatureFitControl(
-        QBUserDefaults::standardUserDefaults(), mQuotesArrayController, list,
+        QBUserDefaults::standardUserDefaults(), mQuotesArrayController,
         [this](const std::function<void()>& change) { rearrangeKeepingSelection(change); }, this);
     mUi->listPanelLayout->insertWidget(mUi->listPanelLayout->indexOf(mUi->filterField) + 1,
                                        mSignatureFit->onlyTooLongCheckBox());
@@ -228,6 +239,21 @@ void QBQuotesWindowController::setUpList()
         },
         this);
     new QBQuoteListPlaceholder(list, mQuotesArrayController, mAddAction, mImportAction);
+}
+
+void QBQuotesWindowController::setUpSignatureState()
+{
+    mSignatureState = new QBSignatureState(QBUserDefaults::standardUserDefaults(), this);
+    mQuotesArrayController->setCurrentSignatureUID(mSignatureState->currentQuoteUID());
+    connect(mSignatureState, &QBSignatureState::currentQuoteChanged, mQuotesArrayController,
+            &QBQuotesListModel::setCurrentSignatureUID);
+    mUi->quotesListView->setItemDelegate(new QBQuoteRowDelegate(
+        style()->standardIcon(QStyle::SP_DialogApplyButton), mUi->quotesListView));
+    auto* statusBar = new QBSignatureStatusBar(mSignatureState, mNextQuoteAction, this);
+    connect(statusBar, &QBSignatureStatusBar::chooseFileRequested, mSettingsView,
+            &QBSettingsViewController::pathFieldClicked);
+    setStatusBar(statusBar);
+    mSettingsView->setSignatureState(mSignatureState);
 }
 
 void QBQuotesWindowController::restoreSplitter()
@@ -320,6 +346,7 @@ void QBQuotesWindowController::updateCommandStates()
     mRemoveAction->setEnabled(hasSelection);
     mEditAction->setEnabled(hasSelection);
     mRemoveAllAction->setEnabled(!mQuotesSource.isEmpty());
+    mNextQuoteAction->setEnabled(!mQuotesSource.isEmpty());
 }
 
 void QBQuotesWindowController::refreshWindowTitle()
@@ -459,6 +486,48 @@ void QBQuotesWindowController::handleWriteCurrentQuote()
             QStringLiteral("Failed to write current quote - bookmark may be invalid"));
         chooseQuote();
     }
+}
+
+void QBQuotesWindowController::nextQuoteNow()
+{
+    logInfoMessage(QStringLiteral("Putting the next quote into the signature file"));
+    if (QBUserDefaults::standardUserDefaults()
+            .stringForKey(QBDefaultsSignatureOutputPath)
+            .isEmpty()) {
+        //% "Choose a signature file first."
+        QBUserMessages::shared().show(
+            {QBUserMessage::Kind::Warning, qtTrId("NextQuoteNoSignatureFile"),
+             qtTrId("StatusBarChooseSignatureFile"), [this] { mSettingsView->pathFieldClicked(); },
+             QStringLiteral("nextQuote")});
+        return;
+    }
+    const QBNextQuoteResult result = writeNextQuote();
+    QBCurrentSignatureFileHelper::logMessages(result.messages);
+    if (!result.uid.isEmpty())
+        selectQuoteWithUID(result.uid);
+    if (!result.written) {
+        const QString reason = result.messages.empty() ? QString() : result.messages.front().second;
+        //% "The next quote could not be put into the signature file: %1"
+        QBUserMessages::shared().show({QBUserMessage::Kind::Error,
+                                       qtTrId("NextQuoteNotWritten").arg(reason),
+                                       QString(),
+                                       {},
+                                       QStringLiteral("nextQuote")});
+        return;
+    }
+    QBUserMessages::shared().dismiss(QStringLiteral("nextQuote"));
+    mSignatureState->refresh(); // the mark moves now, not at the folder's notice
+}
+
+void QBQuotesWindowController::selectQuoteWithUID(const QString& quoteUID)
+{
+    const std::shared_ptr<QBQuoteValueObject> quote =
+        mQuotesSource.valueObjectForQuoteUID(quoteUID);
+    if (quote == nullptr)
+        return;
+    if (mQuotesArrayController->rowOfObject(quote.get()) < 0)
+        mUi->filterField->clear();
+    selectRow(mQuotesArrayController->rowOfObject(quote.get()));
 }
 
 void QBQuotesWindowController::startBatchImport()

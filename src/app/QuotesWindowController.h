@@ -15,6 +15,8 @@
 
 class QAction;
 class QBEditorAreaViewController;
+class QBSettingsViewController;
+class QBSignatureState;
 class QBUndoManager;
 class QListView;
 class QMenu;
@@ -43,6 +45,9 @@ public:
     void removeAllQuotes();
     void switchToSettings();
     void handleQuoteListDoubleClick();
+    // Puts the next quote of the helper's no-repeat cycle into the signature file now and
+    // selects it.
+    void nextQuoteNow();
 
     // Adds the window's commands as a menu before the Help menu of the menu bar.
     void installQuotesMenu();
@@ -51,6 +56,7 @@ public:
     QBQuotesListModel& quotesArrayController() { return *mQuotesArrayController; }
     QBEditorAreaViewController* editorAreaViewController() const { return mEditorArea; }
     QListView* quotesListView() const;
+    QBSignatureState& signatureState() const { return *mSignatureState; }
 
     // The first selected quote, or null.
     std::shared_ptr<QBQuoteValueObject> selectedQuote() const;
@@ -88,6 +94,10 @@ private:
     // Work deferred while a batch of changes runs, done once when it ends.
     void finishChangeBatch();
     void rebuildQuotesArray();
+    void selectLastQuoteForEditing();
+    void setUpSignatureState();
+    // Selects the quote with |quoteUID|, clearing the filter when it hides it.
+    void selectQuoteWithUID(const QString& quoteUID);
     // The row of the quote with |quoteUID| in the arranged list, or -1.
     int rowOfQuote(const QString& quoteUID);
     void selectQuoteForEditing(const QString& quoteUID);
@@ -100,6 +110,8 @@ private:
     QBEditorAreaViewController* mEditorArea = nullptr;
     class QBSignatureFitControl* mSignatureFit = nullptr;
     QBNotificationObserverTracker mNotificationTracker;
+    QBSettingsViewController* mSettingsView = nullptr;
+    QBSignatureState* mSignatureState = nullptr;
 
     std::weak_ptr<QBQuoteValueObject> mLastSelected;
     bool mHadSelection = false;
@@ -120,4 +132,5 @@ private:
     QAction* mSettingsAction = nullptr;
     QAction* mEditAction = nullptr;
     QAction* mFindAction = nullptr;
+    QAction* mNextQuoteAction = nullptr;
 };

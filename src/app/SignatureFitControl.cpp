@@ -4,39 +4,13 @@
 #include "util/UserDefaults.h"
 
 #include <QCheckBox>
-#include <QListView>
-#include <QStyledItemDelegate>
-
-namespace {
-
-// Rows of quotes that do not fit are drawn like placeholder text: present, but not in
-// the rotation.
-class TooLongRowDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
-    {
-        QStyledItemDelegate::initStyleOption(option, index);
-        if (index.data(QBQuotesListModel::TooLongForSignatureRole).toBool()) {
-            option->palette.setBrush(QPalette::Text,
-                                     option->palette.brush(QPalette::PlaceholderText));
-            option->font.setItalic(true);
-        }
-    }
-};
-
-} // namespace
 
 QBSignatureFitControl::QBSignatureFitControl(
-    QBUserDefaults& defaults, QBQuotesListModel* model, QListView* list,
+    QBUserDefaults& defaults, QBQuotesListModel* model,
     std::function<void(const std::function<void()>&)> rearrange, QObject* parent)
     : QObject(parent), mDefaults(defaults), mModel(model), mCheckBox(new QCheckBox),
       mRearrange(std::move(rearrange))
 {
-    list->setItemDelegate(new TooLongRowDelegate(list));
     mCheckBox->setObjectName(QStringLiteral("onlyTooLongCheckBox"));
     //% "Only quotes too long for the signature"
     mCheckBox->setText(qtTrId("QuotesListOnlyTooLong"));

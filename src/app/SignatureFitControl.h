@@ -8,19 +8,18 @@
 #include <functional>
 
 class QCheckBox;
-class QListView;
 class QBQuotesListModel;
 class QBUserDefaults;
 
-// Shows in the quotes list which quotes are longer than the signature's line limit
-// (greyed, in italics, with a note in the tooltip) and offers a check box that shows
+// Tells the quotes list which quotes are longer than the signature's line limit (the
+// row delegate greys them; the tooltip says why) and offers a check box that shows
 // only those; both follow the signature settings as they change.
 class QBSignatureFitControl : public QObject
 {
     Q_OBJECT
 public:
     // |rearrange| runs a change of the list's rows so that the selection survives it.
-    QBSignatureFitControl(QBUserDefaults& defaults, QBQuotesListModel* model, QListView* list,
+    QBSignatureFitControl(QBUserDefaults& defaults, QBQuotesListModel* model,
                           std::function<void(const std::function<void()>&)> rearrange,
                           QObject* parent = nullptr);
     ~QBSignatureFitControl() override;

@@ -131,6 +131,7 @@ std::optional<QBHelperQuoteSource::Pick> pickInPlace(std::string_view document,
         pick.problem = nothingFitsProblem(count, settings);
     } else {
         pick.content = decodedQuoteText(contentAt(chosen));
+        pick.uid = wanted;
     }
     return pick;
 }
@@ -168,6 +169,7 @@ QBHelperQuoteSource::Pick pickFromRecords(const std::string& path, const QString
         pick.problem = nothingFitsProblem(uids.size(), settings);
     } else if (found != quotes.cend()) {
         pick.content = found->mContent;
+        pick.uid = wanted;
     }
     return pick;
 }
@@ -231,10 +233,11 @@ QBHelperQuoteSource::Signature QBHelperQuoteSource::nextSignature(Access access,
     const Pick pick = nextQuote(access, settings);
     if (!pick.content) {
         return {QByteArray(),
-                pick.problem.isEmpty() ? QStringLiteral("No quote to show") : pick.problem};
+                pick.problem.isEmpty() ? QStringLiteral("No quote to show") : pick.problem,
+                {}};
     }
     return {QBSignatureComposer::compose(QString::fromStdString(*pick.content), settings).bytes,
-            QString()};
+            QString(), pick.uid};
 }
 
 QString QBHelperQuoteSource::cycleStatePath()

@@ -26,6 +26,7 @@ public:
     {
         std::optional<std::string> content; // the quote's text
         QString problem; // why there is no quote to show; empty when there is one
+        std::string uid; // the quote's UID when there is a content
     };
     // The next quote of the shared cycle (see QBQuoteCycle) among the quotes in the
     // database now, passing over those that do not fit the line limit of |settings|.
@@ -43,6 +44,7 @@ public:
     {
         QByteArray bytes;
         QString problem; // why there is nothing to write; empty when there is
+        std::string uid; // the quote's UID when there are bytes
     };
     static Signature nextSignature(Access access, Output output);
 

@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -97,6 +98,18 @@ QVariant QBQuotesListModel::data(const QModelIndex& index, int role) const
         return isTooLong(sourceIndex);
     case QuoteUIDRole:
         return mSource->quoteUIDAt(sourceIndex);
+    case IsCurrentSignatureRole:
+        return !mCurrentSignatureUID.isEmpty() &&
+               mSource->quoteUIDAt(sourceIndex) == mCurrentSignatureUID;
+    case Qt::AccessibleTextRole:
+        // Screen readers hear what the icon shows.
+        if (!mCurrentSignatureUID.isEmpty() &&
+            mSource->quoteUIDAt(sourceIndex) == mCurrentSignatureUID) {
+            //% "Current signature: %1"
+            return qtTrId("QuotesListCurrentSignature")
+                .arg(data(index, Qt::DisplayRole).toString());
+        }
+        return QVariant();
     default:
         return QVariant();
     }
@@ -167,6 +180,24 @@ void QBQuotesListModel::setFilterText(const QString& text)
     else
         arrange(narrowOnly);
     endResetModel();
+}
+
+void QBQuotesListModel::setCurrentSignatureUID(const QString& quoteUID)
+{
+    if (quoteUID == mCurrentSignatureUID)
+        return;
+    const QString before = std::exchange(mCurrentSignatureUID, quoteUID);
+    currentSignatureRowChanged(before);
+    currentSignatureRowChanged(quoteUID);
+}
+
+void QBQuotesListModel::currentSignatureRowChanged(const QString& quoteUID)
+{
+    if (quoteUID.isEmpty() || mSource == nullptr)
+        return;
+    if (const int row = rowOfSourceIndex(mSource->indexOfQuoteUID(quoteUID)); row >= 0)
+        emit dataChanged(index(row), index(row),
+                         {IsCurrentSignatureRole, Qt::DecorationRole, Qt::AccessibleTextRole});
 }
 
 bool QBQuotesListModel::isTooLong(qsizetype sourceIndex) const

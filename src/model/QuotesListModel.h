@@ -20,6 +20,8 @@ public:
     enum Role
     {
         QuoteUIDRole = Qt::UserRole + 1,
+        // True on the row of the quote the signature file holds now.
+        IsCurrentSignatureRole,
         // True on rows of quotes longer than the signature's line limit.
         TooLongForSignatureRole = Qt::UserRole + 100,
     };
@@ -42,6 +44,10 @@ public:
     // change for all of them, so selections and views keep their other rows.
     void removeQuotesWithUIDs(const QStringList& quoteUIDs);
 
+    // Marks the row of the quote with |quoteUID| as the current signature (none when
+    // empty); only the rows that change are repainted.
+    void setCurrentSignatureUID(const QString& quoteUID);
+    QString currentSignatureUID() const { return mCurrentSignatureUID; }
     // Tells which quotes fit the signature (by their text); without a test all do. The
     // rows of those that do not say so, and can be the only rows shown.
     using FitTest = std::function<bool(const QString& content)>;
@@ -63,7 +69,10 @@ private:
     const QString& foldedTextAt(std::size_t sourceIndex) const;
     void arrange(bool narrowOnly);
 
+    void currentSignatureRowChanged(const QString& quoteUID);
+
     QPointer<QBQuotesSource> mSource;
+    QString mCurrentSignatureUID;
     QString mFilterText;
     QBQuoteFilter mFilter;
     FitTest mFits;

@@ -51,6 +51,14 @@ QBCurrentSignatureFileHelper::writeFailure(const QString& error, const QString& 
             reason};
 }
 
+QBCurrentSignatureFileHelper::WriteResult QBCurrentSignatureFileHelper::noBookmark()
+{
+    return {false,
+            {{Level::Warning, QStringLiteral("Failed to read security scoped bookmark")}},
+            //% "No signature file is chosen."
+            qtTrId("SignatureNoFileReason")};
+}
+
 QBCurrentSignatureFileHelper::WriteResult QBCurrentSignatureFileHelper::staleBookmark()
 {
     return {false,
@@ -85,6 +93,14 @@ void QBCurrentSignatureFileHelper::logMessages(
 QByteArray QBCurrentSignatureFileHelper::signatureBytes(const QString& content)
 {
     return QBSignatureComposer::compose(content, QBSignatureSettings()).bytes;
+}
+
+bool QBCurrentSignatureFileHelper::hasStoredBookmark()
+{
+    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
+    // The other process may have replaced the file and recorded its identity since.
+    suite.suiteUserDefaults().synchronize();
+    return suite.objectForKey(QBPrivateDefaultsOutputFileSSB).typeId() == QMetaType::QByteArray;
 }
 
 bool QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(const QString& content)
@@ -124,17 +140,11 @@ QBCurrentSignatureFileHelper::writeSignature(const QString& content)
 QBCurrentSignatureFileHelper::WriteResult
 QBCurrentSignatureFileHelper::writeSignatureBytes(const QByteArray& bytes)
 {
-    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
-    // The other process may have replaced the file and recorded its identity since.
-    suite.suiteUserDefaults().synchronize();
-    const QVariant stored = suite.objectForKey(QBPrivateDefaultsOutputFileSSB);
-    if (stored.typeId() != QMetaType::QByteArray) {
-        return {false,
-                {{Level::Warning, QStringLiteral("Failed to read security scoped bookmark")}},
-                //% "No signature file is chosen."
-                qtTrId("SignatureNoFileReason")};
+    if (!hasStoredBookmark()) {
+        return noBookmark();
     }
-    const QByteArray bookmark = stored.toByteArray();
+    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
+    const QByteArray bookmark = suite.objectForKey(QBPrivateDefaultsOutputFileSSB).toByteArray();
 
     const QBFileBookmark::Resolution resolution =
         QBFileBookmark::resolve(bookmark, bookmarkBasePath());

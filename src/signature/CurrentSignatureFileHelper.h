@@ -51,6 +51,10 @@ public:
         QString reason;
     };
     static WriteResult writeSignature(const QString& content);
+    // Whether the suite holds a bookmark to write through (read from the file afresh).
+    static bool hasStoredBookmark();
+    // The write's result without a stored bookmark.
+    static WriteResult noBookmark();
     // The same with the file's bytes already composed (QBSignatureComposer).
     static WriteResult writeSignatureBytes(const QByteArray& bytes);
     // Logs |messages| in order at their levels.

@@ -5,7 +5,7 @@
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
 
-LMClickableLabel::LMClickableLabel(QWidget* parent) : QLabel(parent)
+LMClickableLabel::LMClickableLabel(QWidget* parent) : LMElidedLabel(Qt::ElideMiddle, parent)
 {
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);
@@ -18,7 +18,7 @@ LMClickableLabel::LMClickableLabel(QWidget* parent) : QLabel(parent)
 
 void LMClickableLabel::paintEvent(QPaintEvent* event)
 {
-    QLabel::paintEvent(event);
+    LMElidedLabel::paintEvent(event);
     if (!hasFocus())
         return;
     // A label draws no focus frame of its own; keyboard users need to see where they are.
@@ -34,7 +34,7 @@ void LMClickableLabel::mouseReleaseEvent(QMouseEvent* event)
         emit clicked();
         return;
     }
-    QLabel::mouseReleaseEvent(event);
+    LMElidedLabel::mouseReleaseEvent(event);
 }
 
 void LMClickableLabel::keyPressEvent(QKeyEvent* event)
@@ -44,5 +44,5 @@ void LMClickableLabel::keyPressEvent(QKeyEvent* event)
         emit clicked();
         return;
     }
-    QLabel::keyPressEvent(event);
+    LMElidedLabel::keyPressEvent(event);
 }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QLabel>
+#include "ui/ElidedLabel.h"
 
 // A label that acts like a link: a left click (or Space / Return when it has the focus)
-// emits clicked().
-class LMClickableLabel : public QLabel
+// emits clicked(). A long text is elided in the middle rather than widening the window.
+class LMClickableLabel : public LMElidedLabel
 {
     Q_OBJECT
 public:

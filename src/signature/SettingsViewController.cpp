@@ -3,6 +3,7 @@
 #include "logging/ULog.h"
 #include "model/Notifications.h"
 #include "model/QuoteValueObject.h"
+#include "model/SignatureState.h"
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
@@ -101,6 +102,7 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
     updateControls();
     if (mStandardDefaults.boolForKey(QBDefaultsAutoRandomize))
         mHelperAppControl.watchRunningHelper();
+    showRotationState();
 }
 
 QBSettingsViewController::~QBSettingsViewController()
@@ -108,6 +110,20 @@ QBSettingsViewController::~QBSettingsViewController()
     QBNotificationCenter::defaultCenter().removeObserver(mDefaultsObserver);
     QBNotificationCenter::defaultCenter().removeObserver(mSelectionObserver);
     QBNotificationCenter::defaultCenter().removeObserver(mQuoteUpdateObserver);
+}
+
+void QBSettingsViewController::setSignatureState(QBSignatureState* state)
+{
+    mSignatureState = state;
+    connect(state, &QBSignatureState::changed, this, &QBSettingsViewController::showRotationState);
+    showRotationState();
+}
+
+void QBSettingsViewController::showRotationState()
+{
+    mUi->rotationStatusLabel->setVisible(mSignatureState != nullptr);
+    if (mSignatureState != nullptr)
+        mUi->rotationStatusLabel->setText(mSignatureState->rotationDescription());
 }
 
 void QBSettingsViewController::bindCheckBox(QCheckBox* checkBox, const QString& key)
@@ -136,7 +152,11 @@ void QBSettingsViewController::updateControls()
 
     const QString path = mStandardDefaults.stringForKey(QBDefaultsSignatureOutputPath);
     //% "Click to choose the signature file"
-    mUi->clickablePathField->setText(path.isEmpty() ? qtTrId("SettingsNoOutputFile") : path);
+    mUi->clickablePathField->setFullText(path.isEmpty() ? qtTrId("SettingsNoOutputFile") : path);
+    // The whole path first (it may be elided), then what a click does.
+    //% "Click to choose the file your mail client reads as its signature"
+    const QString clickHint = qtTrId("SettingsOutputFileToolTip");
+    mUi->clickablePathField->setToolTip(path.isEmpty() ? clickHint : path + u'\n' + clickHint);
     mSignatureSection->updateFromDefaults();
 }
 

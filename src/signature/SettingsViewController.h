@@ -14,6 +14,7 @@
 namespace Ui {
 class QBSettingsView;
 }
+class QBSignatureState;
 class QBUserDefaults;
 class QBSharedUserDefaults;
 class QBQuoteValueObject;
@@ -48,6 +49,8 @@ public:
     void viewWillAppear();
     // Takes the file the user chose as the signature file, unless it is unusable.
     void updateOutputFilePath(const QUrl& url);
+    // Shows under the automatic-change switch what the helper is doing now.
+    void setSignatureState(QBSignatureState* state);
     QBSignatureSection& signatureSection() { return *mSignatureSection; }
 
 signals:
@@ -59,6 +62,7 @@ protected:
 private:
     void userDefaultsDidChange();
     void updateControls();
+    void showRotationState();
     void bindCheckBox(class QCheckBox* checkBox, const QString& key);
     bool snapshotBool(const QString& key) const;
 
@@ -68,6 +72,7 @@ private:
     QBHelperAppControl mHelperAppControl;
     QVariantMap mLastDefaults;
     bool mIsRandomizing = false;
+    QBSignatureState* mSignatureState = nullptr;
     QBNotificationToken mDefaultsObserver;
     QBNotificationToken mSelectionObserver;
     QBNotificationToken mQuoteUpdateObserver;

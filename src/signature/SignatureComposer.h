@@ -24,6 +24,8 @@ struct QBSignatureSettings
     static QBSignatureSettings fromDefaults(const QBUserDefaults& defaults);
     static bool isUsableTemplate(const QString& templateText);
     static bool isHtmlPath(const QString& path);
+
+    bool operator==(const QBSignatureSettings&) const = default;
 };
 
 // One composed signature.

@@ -1,6 +1,7 @@
 // The launched application and the command lines of both executables under LANGUAGE=de.
 #include "app/EditorAreaViewController.h"
 #include "core/QuotesRepository.h"
+#include "ui/ElidedLabel.h"
 #include "ui/MessageBar.h"
 
 #include "LaunchedAppFixture.h"
@@ -11,6 +12,8 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QProcess>
+#include <QTest>
+#include <QToolButton>
 
 #include <gtest/gtest.h>
 
@@ -64,6 +67,16 @@ TEST_F(GermanWindowTest, MenusButtonsAlertsAndTheSettingsPageReadGerman)
     ASSERT_NE(settings, nullptr);
     EXPECT_EQ(settings->findChild<QCheckBox*>(u"shareUsageStatisticsCheckBox"_s)->text(),
               u"Anonyme Nutzungsstatistiken teilen"_s);
+
+    // The status bar reads German and its longer texts do not widen the window.
+    mWindow->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(mWindow));
+    EXPECT_EQ(child<LMElidedLabel>("signaturePathLabel")->fullText(),
+              u"Keine Signaturdatei ausgewählt"_s);
+    EXPECT_EQ(child<LMElidedLabel>("rotationLabel")->fullText(),
+              u"Automatischer Zitatwechsel ist aus"_s);
+    EXPECT_EQ(child<QToolButton>("nextQuoteButton")->text(), u"Nächstes Zitat jetzt"_s);
+    EXPECT_LE(mWindow->minimumSizeHint().width(), mWindow->width());
 }
 
 TEST(GermanCommandLineTest, HelpAndErrorsOfBothExecutablesReadGerman)

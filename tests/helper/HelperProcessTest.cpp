@@ -1,6 +1,7 @@
 #include "HelperWorld.h"
 #include "TestHome.h"
 #include "signature/CurrentSignatureFileHelper.h"
+#include "signature/HelperSchedule.h"
 #include "signature/LoginItemService.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
@@ -77,6 +78,48 @@ TEST_F(HelperProcessTest, CommandLineAndPrintGoingThroughEveryQuoteBeforeAnyRepe
         std::sort(printed.begin(), printed.end());
         EXPECT_EQ(printed, expectedSignatures()) << "round " << round;
     }
+}
+
+TEST_F(HelperProcessTest, NextWritesAndPrintsTheCyclesQuoteAndTheHelperRecordsItsSchedule)
+{
+    writeQuotes(mTexts);
+    const std::tuple<QStringList, QByteArray> refusals[] = {
+        {{QStringLiteral("--next")}, "Failed to read security scoped bookmark"},
+        {{QStringLiteral("--print"), QStringLiteral("--next")}, "cannot be used together"}};
+    for (const auto& [arguments, err] : refusals) {
+        const HelperRun run = runHelper(arguments);
+        EXPECT_EQ(run.exitCode, 1) << arguments.join(u' ').toStdString();
+        EXPECT_TRUE(run.out.isEmpty()) << run.out.data();
+        EXPECT_TRUE(run.err.contains(err)) << run.err.data();
+    }
+
+    // --next and --print take turns in one round: together they repeat nothing.
+    const QString file = makeBookmarkedSignatureFile();
+    QList<QByteArray> shown;
+    for (int call = 0; call < mTexts.size(); ++call) {
+        const bool next = call % 2 == 0;
+        const HelperRun run =
+            runHelper({next ? QStringLiteral("--next") : QStringLiteral("--print")});
+        ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+        if (next) {
+            QFile written(file);
+            ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+            EXPECT_EQ(written.readAll(), run.out);
+        }
+        shown.append(run.out);
+    }
+    std::sort(shown.begin(), shown.end());
+    EXPECT_EQ(shown, expectedSignatures());
+
+    // The running helper tells when it changes the signature next.
+    turnOn(30);
+    RunningHelper helper;
+    ASSERT_TRUE(QTest::qWaitFor([] { return QBHelperSchedule::readNextChange().isValid(); }, 5000));
+    const qint64 ahead =
+        QDateTime::currentDateTimeUtc().msecsTo(QBHelperSchedule::readNextChange());
+    EXPECT_GT(ahead, 25000);
+    EXPECT_LE(ahead, 30000);
+    EXPECT_TRUE(helper.terminate());
 }
 
 TEST_F(HelperProcessTest, RotatesOnlyOnceAtATimeUntilTurnedOffOrTerminated)
@@ -215,6 +258,11 @@ TEST_F(HelperProcessTest, TheApplicationTheRotationAndPrintWriteTheSameComposedB
         EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
         EXPECT_EQ(run.out, plain) << "call " << call;
     }
+    // --next composes and skips the same way, into the file and onto standard output.
+    const HelperRun next = runHelper({QStringLiteral("--next")});
+    EXPECT_EQ(next.exitCode, 0) << next.err.toStdString();
+    EXPECT_EQ(next.out, plain);
+    EXPECT_EQ(readFileBytes(signature), plain);
     turnOn(0.2);
     {
         RunningHelper helper;
@@ -246,6 +294,11 @@ TEST_F(HelperProcessTest, TheApplicationTheRotationAndPrintWriteTheSameComposedB
     EXPECT_TRUE(none.err.contains("None of the 2 quotes fits in the signature's 2 lines"))
         << none.err.toStdString();
     ASSERT_TRUE(writeFileBytes(html, "old"));
+    const HelperRun noneNext = runHelper({QStringLiteral("--next")});
+    EXPECT_EQ(noneNext.exitCode, 1);
+    EXPECT_TRUE(noneNext.out.isEmpty());
+    EXPECT_TRUE(noneNext.err.contains("None of the 2 quotes fits")) << noneNext.err.toStdString();
+    EXPECT_EQ(readFileBytes(html), QByteArray("old"));
     RunningHelper helper;
     ASSERT_TRUE(QTest::qWaitFor([&] { return logCount("None of the 2 quotes fits") == 1; }, 5000));
     EXPECT_EQ(readFileBytes(html), QByteArray("old"));

@@ -1,4 +1,5 @@
 #include "signature/SettingsViewController.h"
+#include "signature/LMClickableLabel.h"
 
 #include "HelperWorld.h"
 #include "TelemetryTestSupport.h"
@@ -169,7 +170,7 @@ TEST_F(SettingsViewControllerTest, OutputPathIsStoredAndBookmarkedUnlessUnusable
                   .typeId(),
               QMetaType::QByteArray);
     EXPECT_EQ(mPosted, QStringList{QBWriteCurrentQuoteNotification});
-    EXPECT_EQ(child<QLabel>("clickablePathField")->text(), chosen);
+    EXPECT_EQ(child<LMClickableLabel>("clickablePathField")->fullText(), chosen);
 }
 
 TEST_F(SettingsViewControllerTest, UsageStatisticsSwitchIsOffWithoutAServiceAndStopsTheClient)
