@@ -31,14 +31,6 @@ QBAppDelegate::QBAppDelegate(QObject* parent) : QObject(parent) {}
 
 QBAppDelegate::~QBAppDelegate()
 {
-    CQuotesRepository::getInstance().setConflictCopyObserver([](const std::string& copyPath) {
-        QBUserMessages::shared().show(
-            {.kind = QBUserMessage::Kind::Warning,
-             //% "Another program changed your quotes while Quillbox2 had them open. Its version "
-             //% "was kept at %1."
-             .text = qtTrId("QuotesConflictCopyKeptMessage").arg(QString::fromStdString(copyPath)),
-             .topic = QStringLiteral("quotes-conflict")});
-    });
     QBQuoteEditHelper::setYesNoQuestion({});
     delete mQuotesWindowController;
 }
@@ -140,14 +132,6 @@ void QBAppDelegate::showMainWindow()
 void QBAppDelegate::installAlerts()
 {
     QBAlert::shared().setParentWindow(mQuotesWindowController);
-    CQuotesRepository::getInstance().setConflictCopyObserver([](const std::string& copyPath) {
-        QBUserMessages::shared().show(
-            {.kind = QBUserMessage::Kind::Warning,
-             //% "Another program changed your quotes while Quillbox2 had them open. Its version "
-             //% "was kept at %1."
-             .text = qtTrId("QuotesConflictCopyKeptMessage").arg(QString::fromStdString(copyPath)),
-             .topic = QStringLiteral("quotes-conflict")});
-    });
     QBQuoteEditHelper::setYesNoQuestion([](const QString& title, const QString& message, int style,
                                            std::function<void()> onYes,
                                            std::function<void()> onNo) {

@@ -65,6 +65,16 @@ void installSaveMessages()
              {},
              kSaveTopic});
     });
+    repository.setConflictCopyObserver([](const std::string& copyPath) {
+        QBUserMessage message;
+        message.kind = QBUserMessage::Kind::Warning;
+        //% "Another program changed your quotes while Quillbox2 had them open. Its version "
+        //% "was kept at %1."
+        message.text =
+            qtTrId("QuotesConflictCopyKeptMessage").arg(QString::fromStdString(copyPath));
+        message.topic = QStringLiteral("quotes-conflict");
+        QBUserMessages::shared().show(message);
+    });
     repository.setSaveRefusedObserver([](const std::string& path, const std::string& reason) {
         QBUserMessages::shared().show(
             {QBUserMessage::Kind::Error,

@@ -43,6 +43,8 @@ public:
     // Keeps the open edit now and saves what it changed, without asking about duplicates:
     // the window or the program is going away.
     void keepOpenEdit();
+    // Commits what was typed so far and stays in the text; typing on opens a new edit.
+    void commitOpenEdit() { endEditing(); }
 
     void editorFontSelected(int entry);
     void changeEditorFont(const QFont& font);

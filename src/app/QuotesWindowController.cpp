@@ -463,6 +463,8 @@ void QBQuotesWindowController::handleQuotesImported(const QVariantMap& userInfo)
 
 void QBQuotesWindowController::chooseQuote()
 {
+    // The button takes no focus, so an edit can be open: the signature gets what was typed.
+    mEditorArea->quotesEditorViewController()->commitOpenEdit();
     const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote();
     if (quote == nullptr)
         return;
@@ -494,11 +496,14 @@ void QBQuotesWindowController::nextQuoteNow()
     if (QBUserDefaults::standardUserDefaults()
             .stringForKey(QBDefaultsSignatureOutputPath)
             .isEmpty()) {
+        QBUserMessage message;
+        message.kind = QBUserMessage::Kind::Warning;
         //% "Choose a signature file first."
-        QBUserMessages::shared().show(
-            {QBUserMessage::Kind::Warning, qtTrId("NextQuoteNoSignatureFile"),
-             qtTrId("StatusBarChooseSignatureFile"), [this] { mSettingsView->pathFieldClicked(); },
-             QStringLiteral("nextQuote")});
+        message.text = qtTrId("NextQuoteNoSignatureFile");
+        message.actionText = qtTrId("StatusBarChooseSignatureFile");
+        message.action = [] { QBSignatureFileChooser::chooseAndUseFile(); };
+        message.topic = QStringLiteral("nextQuote");
+        QBUserMessages::shared().show(message);
         return;
     }
     const QBNextQuoteResult result = writeNextQuote();
@@ -507,12 +512,12 @@ void QBQuotesWindowController::nextQuoteNow()
         selectQuoteWithUID(result.uid);
     if (!result.written) {
         const QString reason = result.messages.empty() ? QString() : result.messages.front().second;
+        QBUserMessage message;
+        message.kind = QBUserMessage::Kind::Error;
         //% "The next quote could not be put into the signature file: %1"
-        QBUserMessages::shared().show({QBUserMessage::Kind::Error,
-                                       qtTrId("NextQuoteNotWritten").arg(reason),
-                                       QString(),
-                                       {},
-                                       QStringLiteral("nextQuote")});
+        message.text = qtTrId("NextQuoteNotWritten").arg(reason);
+        message.topic = QStringLiteral("nextQuote");
+        QBUserMessages::shared().show(message);
         return;
     }
     QBUserMessages::shared().dismiss(QStringLiteral("nextQuote"));

@@ -183,7 +183,7 @@ QBHelperQuoteSource::Pick QBHelperQuoteSource::nextQuote(Access access,
     const QString shownPath = path ? QString::fromStdString(*path)
                                    : QString::fromUtf8(QBQuotesDBHelper::kMissingObjectText);
     if (!path) {
-        return {std::nullopt, QStringLiteral("No quotes database at '%1'").arg(shownPath)};
+        return {std::nullopt, QStringLiteral("No quotes database at '%1'").arg(shownPath), {}};
     }
     // Opened without blocking and checked once open: a FIFO swapped in after any check
     // of the path would otherwise keep the helper, or a mail client running --print,
@@ -192,14 +192,16 @@ QBHelperQuoteSource::Pick QBHelperQuoteSource::nextQuote(Access access,
     QString error;
     if (!openRegularFileForReading(file, shownPath, error)) {
         if (errno == ENOENT) {
-            return {std::nullopt, QStringLiteral("No quotes database at '%1'").arg(shownPath)};
+            return {std::nullopt, QStringLiteral("No quotes database at '%1'").arg(shownPath), {}};
         }
-        return {std::nullopt, errno == 0 ? QStringLiteral("The quotes database '%1' is not a "
-                                                          "regular file")
-                                               .arg(shownPath)
-                                         : QStringLiteral("The quotes database '%1' cannot be "
-                                                          "opened: %2")
-                                               .arg(shownPath, error)};
+        return {std::nullopt,
+                errno == 0 ? QStringLiteral("The quotes database '%1' is not a "
+                                            "regular file")
+                                 .arg(shownPath)
+                           : QStringLiteral("The quotes database '%1' cannot be "
+                                            "opened: %2")
+                                 .arg(shownPath, error),
+                {}};
     }
     const qint64 size = file.size();
     QByteArray copy;

@@ -110,9 +110,11 @@ bool QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(const QStr
     if (result.written) {
         QBUserMessages::shared().dismiss(kUserMessageTopic);
     } else if (!result.reason.isEmpty()) {
-        QBUserMessages::shared().show({.kind = QBUserMessage::Kind::Warning,
-                                       .text = result.reason,
-                                       .topic = kUserMessageTopic});
+        QBUserMessage message;
+        message.kind = QBUserMessage::Kind::Warning;
+        message.text = result.reason;
+        message.topic = kUserMessageTopic;
+        QBUserMessages::shared().show(message);
     }
     return result.written;
 }

@@ -442,6 +442,13 @@ TEST_F(QuotesWindowTest, FirstRunHintUseAsSignatureChoosesAFileFirstAndWriteFail
     EXPECT_EQ(signatureText(foreign), savedQuotes().at(uidOfRow(3)));
     EXPECT_EQ(bar()->item(QBSignatureWriteReport::kTopic), nullptr);
 
+    // An open edit goes into the signature, and stays one undoable change of the quote.
+    mText->setFocus();
+    typeAtEnd(QStringLiteral(" (typed)"));
+    click("chooseQuoteButton");
+    EXPECT_TRUE(signatureText(foreign).endsWith(QStringLiteral(" (typed)")));
+    EXPECT_EQ(signatureText(foreign), savedQuotes().at(uidOfRow(3)));
+
     // The output file changes while nothing is selected.
     mList->selectionModel()->clearSelection();
     QBNotificationCenter::defaultCenter().post(QBWriteCurrentQuoteNotification);
