@@ -235,10 +235,6 @@
         <extracomment>Default name of the output signature file</extracomment>
         <translation>AktuelleSignatur.txt</translation>
     </message>
-    <message id="SettingsNoOutputFile">
-        <source>Click to choose the signature file</source>
-        <translation>Klicken, um die Signaturdatei zu wählen</translation>
-    </message>
     <message id="PleaseChooseDifferentLocation">
         <source>Please Choose Different Location</source>
         <translation>Bitte wählen Sie einen anderen Ort</translation>
@@ -297,6 +293,34 @@
         <source>Type the quote here.</source>
         <translation>Geben Sie hier das Zitat ein.</translation>
     </message>
+    <message id="EditorFontAccessibleName">
+        <source>Editor Font</source>
+        <translation>Schrift des Editors</translation>
+    </message>
+    <message id="EditorQuoteTextAccessibleName">
+        <source>Quote Text</source>
+        <translation>Zitattext</translation>
+    </message>
+    <message id="QuotesFilterAccessibleName">
+        <source>Filter Quotes</source>
+        <translation>Zitate filtern</translation>
+    </message>
+    <message id="QuotesListAccessibleName">
+        <source>Quotes</source>
+        <translation>Zitate</translation>
+    </message>
+    <message id="BatchImportSeparatorBlankLine">
+        <source>Blank line</source>
+        <translation>Leerzeile</translation>
+    </message>
+    <message id="BatchImportSeparatorPercentLine">
+        <source>Percent sign line</source>
+        <translation>Zeile mit Prozentzeichen</translation>
+    </message>
+    <message id="BatchImportSeparatorOtherLine">
+        <source>Line “%1”</source>
+        <translation>Zeile „%1“</translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>
@@ -305,8 +329,8 @@
         <translation>Signaturdatei:</translation>
     </message>
     <message id="SettingsOutputFileToolTip">
-        <source>Click to choose the file your mail client reads as its signature</source>
-        <translation>Klicken, um die Datei zu wählen, die Ihr E-Mail-Programm als Signatur liest</translation>
+        <source>Choose the file your mail client reads as its signature</source>
+        <translation>Die Datei wählen, die Ihr E-Mail-Programm als Signatur liest</translation>
     </message>
     <message id="SettingsIntervalLabel">
         <source>Change the quote every:</source>
@@ -383,6 +407,22 @@
     <message id="SettingsHelpButton">
         <source>Help</source>
         <translation>Hilfe</translation>
+    </message>
+    <message id="SettingsNoOutputFileChosen">
+        <source>No signature file chosen</source>
+        <translation>Keine Signaturdatei gewählt</translation>
+    </message>
+    <message id="SettingsChooseOutputFile">
+        <source>Choose…</source>
+        <translation>Wählen…</translation>
+    </message>
+    <message id="SettingsChooseOutputFileAccessibleName">
+        <source>Choose Signature File</source>
+        <translation>Signaturdatei wählen</translation>
+    </message>
+    <message id="SettingsIntervalAccessibleName">
+        <source>Change Interval</source>
+        <translation>Wechselintervall</translation>
     </message>
 </context>
 </TS>

@@ -98,10 +98,6 @@
         <source>About Qt</source>
         <translation type="unfinished"></translation>
     </message>
-    <message id="SettingsNoOutputFile">
-        <source>Click to choose the signature file</source>
-        <translation type="unfinished"></translation>
-    </message>
     <message id="EditorFontMonospaced">
         <source>Monospaced</source>
         <translation type="unfinished"></translation>
@@ -297,6 +293,34 @@
         <source>Type the quote here.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="EditorFontAccessibleName">
+        <source>Editor Font</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="EditorQuoteTextAccessibleName">
+        <source>Quote Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesFilterAccessibleName">
+        <source>Filter Quotes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesListAccessibleName">
+        <source>Quotes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportSeparatorBlankLine">
+        <source>Blank line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportSeparatorPercentLine">
+        <source>Percent sign line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportSeparatorOtherLine">
+        <source>Line “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>
@@ -305,7 +329,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsOutputFileToolTip">
-        <source>Click to choose the file your mail client reads as its signature</source>
+        <source>Choose the file your mail client reads as its signature</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsIntervalLabel">
@@ -382,6 +406,22 @@
     </message>
     <message id="SettingsUsageStatisticsUnavailable">
         <source>This build of Quillbox2 has no statistics service to send to, so it never sends usage statistics.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsNoOutputFileChosen">
+        <source>No signature file chosen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsChooseOutputFile">
+        <source>Choose…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsChooseOutputFileAccessibleName">
+        <source>Choose Signature File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsIntervalAccessibleName">
+        <source>Change Interval</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -122,12 +122,14 @@ void QBQuotesWindowController::createActions()
         action->setToolTip(QStringLiteral("%1 (%2)").arg(
             action->text(), action->shortcut().toString(QKeySequence::NativeText)));
     }
-    // Buttons act like the menu items and follow their enabling; they never take the
-    // focus from the editor. Their labels are short: the list is narrow.
+    // Buttons act like the menu items and follow their enabling. Tab reaches them, but a
+    // click does not take the focus, which would end an edit before they act. Their labels
+    // are short (the list is narrow); screen readers get the command's full name.
     const auto bind = [](QAbstractButton* button, QAction* action, const QString& label) {
         button->setText(label);
         button->setToolTip(action->toolTip());
-        button->setFocusPolicy(Qt::NoFocus);
+        button->setAccessibleName(action->text());
+        button->setFocusPolicy(Qt::TabFocus);
         button->setEnabled(action->isEnabled());
         connect(button, &QAbstractButton::clicked, action, &QAction::trigger);
         connect(action, &QAction::changed, button,
@@ -170,6 +172,10 @@ void QBQuotesWindowController::setUpList()
     list->setModel(mQuotesArrayController);
     //% "Filter quotes"
     mUi->filterField->setPlaceholderText(qtTrId("QuotesFilterPlaceholder"));
+    //% "Filter Quotes"
+    mUi->filterField->setAccessibleName(qtTrId("QuotesFilterAccessibleName"));
+    //% "Quotes"
+    list->setAccessibleName(qtTrId("QuotesListAccessibleName"));
     mUi->filterField->setToolTip(QStringLiteral("%1 (%2)").arg(
         mFindAction->text(), mFindAction->shortcut().toString(QKeySequence::NativeText)));
     connect(mUi->filterField, &QLineEdit::textChanged, this,

@@ -41,6 +41,19 @@ void addAccessoryView(QMessageBox* box, QWidget* accessory)
     grid->addWidget(buttons, row + 1, column, rowSpan, columnSpan);
 }
 
+// What a screen reader says for a separator line: its symbols alone say nothing.
+QString spokenForm(const QString& candidate)
+{
+    if (candidate == QStringLiteral("\n"))
+        //% "Blank line"
+        return qtTrId("BatchImportSeparatorBlankLine");
+    if (candidate == QStringLiteral("%"))
+        //% "Percent sign line"
+        return qtTrId("BatchImportSeparatorPercentLine");
+    //% "Line “%1”"
+    return qtTrId("BatchImportSeparatorOtherLine").arg(candidate);
+}
+
 QString describe(const QObject* object)
 {
     QString description;
@@ -114,6 +127,7 @@ void QBBatchImportDialogs::askUserForSeparatorToUse(
     auto* group = new QButtonGroup(choices);
     for (qsizetype index = 0; index < candidates.size(); ++index) {
         auto* button = new QRadioButton(visibleForm(candidates[index]), choices);
+        button->setAccessibleName(spokenForm(candidates[index]));
         group->addButton(button, static_cast<int>(index));
         column->addWidget(button);
         QObject::connect(button, &QAbstractButton::clicked, button,

@@ -44,7 +44,7 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
     mUi->setupUi(this);
     connect(mUi->changeIntervalPopupButton, &QComboBox::activated, this,
             &QBSettingsViewController::handleChangeIntervalSelected);
-    connect(mUi->clickablePathField, &LMClickableLabel::clicked, this,
+    connect(mUi->choosePathButton, &QPushButton::clicked, this,
             &QBSettingsViewController::pathFieldClicked);
     connect(mUi->helpButton, &QPushButton::clicked, this,
             &QBSettingsViewController::handleHelpClicked);
@@ -91,9 +91,7 @@ void QBSettingsViewController::updateControls()
         sharesUsageStatistics(mStandardDefaults.objectForKey(QBDefaultsShareUsageStatistics)));
     mUi->usageStatisticsUnavailableLabel->setVisible(!canShare);
 
-    const QString path = mStandardDefaults.stringForKey(QBDefaultsSignatureOutputPath);
-    //% "Click to choose the signature file"
-    mUi->clickablePathField->setText(path.isEmpty() ? qtTrId("SettingsNoOutputFile") : path);
+    mUi->outputPathField->setText(mStandardDefaults.stringForKey(QBDefaultsSignatureOutputPath));
 }
 
 void QBSettingsViewController::showEvent(QShowEvent* event)

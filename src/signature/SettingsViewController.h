@@ -16,7 +16,7 @@ class QBSettingsView;
 class QBUserDefaults;
 class QBSharedUserDefaults;
 
-// The settings page: the signature file's path (click to choose another), the interval
+// The settings page: the signature file's path (with a button to choose another), the interval
 // of the helper process, and check boxes bound both ways to the application's defaults.
 // On every change of those defaults it mirrors them into the shared suite, asks for a
 // duplicate check when warnings were turned on, and turns the helper on or off; a new
@@ -37,7 +37,7 @@ public:
 
     // The interval pop-up's action: stores the chosen interval and restarts the helper.
     void handleChangeIntervalSelected(int index);
-    // The path field's action: the save dialog, then updateOutputFilePath().
+    // The Choose… button's action: the save dialog, then updateOutputFilePath().
     void pathFieldClicked();
     void handleHelpClicked();
     // Shows the stored settings in the controls.

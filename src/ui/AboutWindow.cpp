@@ -1,5 +1,7 @@
 #include "ui/AboutWindow.h"
 
+#include "ui/LinkLabel.h"
+
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -18,12 +20,13 @@ QLabel* centredLabel(const QString& text, QWidget* parent, const char* objectNam
     return label;
 }
 
-// A label whose links open in the user's browser.
+// A label whose link opens in the user's browser.
 QLabel* linkLabel(const QString& html, QWidget* parent, const char* objectName)
 {
-    QLabel* label = centredLabel(html, parent, objectName);
-    label->setTextFormat(Qt::RichText);
-    label->setOpenExternalLinks(true);
+    auto* label = new QBLinkLabel(html, parent);
+    label->setObjectName(QString::fromLatin1(objectName));
+    label->setAlignment(Qt::AlignHCenter);
+    label->setWordWrap(true);
     return label;
 }
 

@@ -18,6 +18,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QTest>
@@ -161,7 +162,7 @@ TEST_F(SettingsViewControllerTest, OutputPathIsStoredAndBookmarkedUnlessUnusable
                   .typeId(),
               QMetaType::QByteArray);
     EXPECT_EQ(mPosted, QStringList{QBWriteCurrentQuoteNotification});
-    EXPECT_EQ(child<QLabel>("clickablePathField")->text(), chosen);
+    EXPECT_EQ(child<QLineEdit>("outputPathField")->text(), chosen);
 }
 
 TEST_F(SettingsViewControllerTest, UsageStatisticsSwitchIsOffWithoutAServiceAndStopsTheClient)
