@@ -4,21 +4,57 @@
 #include "app/QuotesEditorViewController.h"
 #include "import/BatchImportDialogs.h"
 #include "signature/SettingsKeys.h"
+#include "ui/NamedColors.h"
 
 #include "AccessibilityAudit.h"
 #include "LaunchedAppFixture.h"
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
+#include <QStyle>
 #include <QTest>
 #include <QTextEdit>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace {
+
+// Contrast ratio of two colours, from their relative luminance.
+double contrast(const QColor& one, const QColor& other)
+{
+    const auto luminance = [](const QColor& colour) {
+        const auto linear = [](double c) {
+            return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+               0.0722 * linear(colour.blueF());
+    };
+    const double a = luminance(one) + 0.05;
+    const double b = luminance(other) + 0.05;
+    return std::max(a, b) / std::min(a, b);
+}
+
+QPalette darkPalette()
+{
+    QPalette dark;
+    dark.setColor(QPalette::Window, QColor(0x2d, 0x2d, 0x2d));
+    dark.setColor(QPalette::WindowText, QColor(0xee, 0xee, 0xee));
+    dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
+    dark.setColor(QPalette::Text, QColor(0xee, 0xee, 0xee));
+    dark.setColor(QPalette::Button, QColor(0x3a, 0x3a, 0x3a));
+    dark.setColor(QPalette::ButtonText, QColor(0xee, 0xee, 0xee));
+    dark.setColor(QPalette::Highlight, QColor(0x35, 0x84, 0xe4));
+    dark.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x80, 0x80, 0x80));
+    return dark;
+}
 
 class AccessibilityTest : public LaunchedAppFixture
 {
@@ -104,6 +140,35 @@ TEST_F(AccessibilityTest, TheSignatureFileIsChosenWithTheKeyboardAlone)
     QTRY_COMPARE(child<QLineEdit>("outputPathField")->text(), chosen);
     EXPECT_EQ(QBUserDefaults::standardUserDefaults().stringForKey(QBDefaultsSignatureOutputPath),
               chosen);
+}
+
+// The settings page's texts stand on the editor area's gradient, in both themes.
+TEST_F(AccessibilityTest, SettingsTextsKeepTheirContrastOnTheGradientInLightAndDarkThemes)
+{
+    mWindow->switchToSettings();
+    QWidget* page = mWindow->editorAreaViewController()->settingsViewController();
+    const QPalette light = QApplication::style()->standardPalette();
+    for (const QPalette& palette : {light, darkPalette()}) {
+        SCOPED_TRACE(QBNamedColors::isDark(palette) ? "dark" : "light");
+        mWindow->setPalette(palette);
+        QList<QWidget*> texts;
+        for (QLabel* label : page->findChildren<QLabel*>())
+            texts << label;
+        for (QCheckBox* box : page->findChildren<QCheckBox*>())
+            texts << box;
+        for (QWidget* text : texts) {
+            // An unavailable control may fade; text that explains must not.
+            if (!text->isVisible() || (qobject_cast<QCheckBox*>(text) && !text->isEnabled()))
+                continue;
+            const QColor ink = text->palette().color(
+                text->isEnabled() ? QPalette::Active : QPalette::Disabled, text->foregroundRole());
+            for (auto stop :
+                 {QBNamedColors::Name::GradientTop, QBNamedColors::Name::GradientBottom})
+                EXPECT_GE(contrast(ink, QBNamedColors::color(stop, palette)), 4.5)
+                    << text->objectName().toStdString();
+        }
+    }
+    mWindow->setPalette(QPalette());
 }
 
 } // namespace
