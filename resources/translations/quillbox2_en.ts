@@ -91,7 +91,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="MenuHelpBook">
-        <source>%1 Help</source>
+        <source>%1 &amp;Help</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="AboutQtButton">
@@ -127,35 +127,35 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandChooseQuote">
-        <source>Use as Signature</source>
+        <source>&amp;Use as Signature</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandAddQuote">
-        <source>Add Quote</source>
+        <source>&amp;Add Quote</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandRemoveQuote">
-        <source>Remove Quote</source>
+        <source>&amp;Remove Quote</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandRemoveAllQuotes">
-        <source>Remove All Quotes</source>
+        <source>Remove A&amp;ll Quotes</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandEditQuote">
-        <source>Edit Quote</source>
+        <source>&amp;Edit Quote</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandImportQuotes">
-        <source>Import Quotes…</source>
+        <source>&amp;Import Quotes…</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandSettings">
-        <source>Settings…</source>
+        <source>&amp;Settings…</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandFindQuotes">
-        <source>Find Quotes</source>
+        <source>&amp;Find Quotes</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="MenuQuotes">
@@ -234,15 +234,15 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="ButtonRemoveAllQuotes">
-        <source>Remove All</source>
+        <source>Remove &amp;All</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="ButtonImportQuotes">
-        <source>Import…</source>
+        <source>&amp;Import…</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="ButtonSettings">
-        <source>Settings…</source>
+        <source>Se&amp;ttings…</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="MenuFile">
@@ -325,7 +325,7 @@
 <context>
     <name>QBSettingsView</name>
     <message id="SettingsOutputFileLabel">
-        <source>Signature file:</source>
+        <source>&amp;Signature file:</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsOutputFileToolTip">
@@ -333,7 +333,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsIntervalLabel">
-        <source>Change the quote every:</source>
+        <source>Change the quote e&amp;very:</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="IntervalOneMinute">
@@ -385,23 +385,23 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsAutoRandomize">
-        <source>Change the signature automatically</source>
+        <source>Change the si&amp;gnature automatically</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsClearTrailingEmptyLines">
-        <source>Remove empty lines at the end of quotes</source>
+        <source>&amp;Remove empty lines at the end of quotes</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsWarnForDuplicates">
-        <source>Warn about duplicate quotes</source>
+        <source>&amp;Warn about duplicate quotes</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsHelpButton">
-        <source>Help</source>
+        <source>Hel&amp;p</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsShareUsageStatistics">
-        <source>Share anonymous usage statistics</source>
+        <source>Share an&amp;onymous usage statistics</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsUsageStatisticsUnavailable">
@@ -413,7 +413,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsChooseOutputFile">
-        <source>Choose…</source>
+        <source>&amp;Choose…</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsChooseOutputFileAccessibleName">

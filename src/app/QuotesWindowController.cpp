@@ -92,35 +92,35 @@ void QBQuotesWindowController::createActions()
     };
     // Not Ctrl+U: on Linux desktops a text field takes it to delete the line, so in the
     // filter field it would wipe the search instead.
-    //% "Use as Signature"
+    //% "&Use as Signature"
     makeAction(mChooseAction, "chooseQuoteAction", qtTrId("CommandChooseQuote"),
                QKeySequence(Qt::CTRL | Qt::Key_L), &QBQuotesWindowController::chooseQuote);
-    //% "Add Quote"
+    //% "&Add Quote"
     makeAction(mAddAction, "addQuoteAction", qtTrId("CommandAddQuote"), QKeySequence::New,
                &QBQuotesWindowController::addQuote);
-    //% "Remove Quote"
+    //% "&Remove Quote"
     makeAction(mRemoveAction, "removeQuoteAction", qtTrId("CommandRemoveQuote"),
                QKeySequence::Delete, &QBQuotesWindowController::removeCurrentQuote);
-    //% "Remove All Quotes"
+    //% "Remove A&ll Quotes"
     makeAction(mRemoveAllAction, "removeAllQuotesAction", qtTrId("CommandRemoveAllQuotes"),
                QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete),
                &QBQuotesWindowController::removeAllQuotes);
-    //% "Edit Quote"
+    //% "&Edit Quote"
     makeAction(mEditAction, "editQuoteAction", qtTrId("CommandEditQuote"), QKeySequence(Qt::Key_F2),
                &QBQuotesWindowController::handleQuoteListDoubleClick);
-    //% "Import Quotes…"
+    //% "&Import Quotes…"
     makeAction(mImportAction, "importQuotesAction", qtTrId("CommandImportQuotes"),
                QKeySequence(Qt::CTRL | Qt::Key_I), &QBQuotesWindowController::startBatchImport);
-    //% "Settings…"
+    //% "&Settings…"
     makeAction(mSettingsAction, "settingsAction", qtTrId("CommandSettings"),
                QKeySequence(Qt::CTRL | Qt::Key_Comma), &QBQuotesWindowController::switchToSettings);
     mSettingsAction->setMenuRole(QAction::PreferencesRole);
-    //% "Find Quotes"
+    //% "&Find Quotes"
     makeAction(mFindAction, "findQuotesAction", qtTrId("CommandFindQuotes"), QKeySequence::Find,
                &QBQuotesWindowController::focusFilterField);
     for (QAction* action : actions()) {
         action->setToolTip(QStringLiteral("%1 (%2)").arg(
-            action->text(), action->shortcut().toString(QKeySequence::NativeText)));
+            action->iconText(), action->shortcut().toString(QKeySequence::NativeText)));
     }
     // Buttons act like the menu items and follow their enabling. Tab reaches them, but a
     // click does not take the focus, which would end an edit before they act. Their labels
@@ -128,7 +128,7 @@ void QBQuotesWindowController::createActions()
     const auto bind = [](QAbstractButton* button, QAction* action, const QString& label) {
         button->setText(label);
         button->setToolTip(action->toolTip());
-        button->setAccessibleName(action->text());
+        button->setAccessibleName(action->iconText());
         button->setFocusPolicy(Qt::TabFocus);
         button->setEnabled(action->isEnabled());
         connect(button, &QAbstractButton::clicked, action, &QAction::trigger);
@@ -137,11 +137,11 @@ void QBQuotesWindowController::createActions()
     };
     bind(mUi->addButton, mAddAction, QStringLiteral("+"));
     bind(mUi->removeButton, mRemoveAction, QStringLiteral("\u2212"));
-    //% "Remove All"
+    //% "Remove &All"
     bind(mUi->removeAllButton, mRemoveAllAction, qtTrId("ButtonRemoveAllQuotes"));
-    //% "Import…"
+    //% "&Import…"
     bind(mUi->importButton, mImportAction, qtTrId("ButtonImportQuotes"));
-    //% "Settings…"
+    //% "Se&ttings…"
     bind(mUi->settingsButton, mSettingsAction, qtTrId("ButtonSettings"));
     for (QAbstractButton* button : {mUi->addButton, mUi->removeButton})
         button->setMinimumWidth(button->sizeHint().height() * 3 / 2);
@@ -177,7 +177,7 @@ void QBQuotesWindowController::setUpList()
     //% "Quotes"
     list->setAccessibleName(qtTrId("QuotesListAccessibleName"));
     mUi->filterField->setToolTip(QStringLiteral("%1 (%2)").arg(
-        mFindAction->text(), mFindAction->shortcut().toString(QKeySequence::NativeText)));
+        mFindAction->iconText(), mFindAction->shortcut().toString(QKeySequence::NativeText)));
     connect(mUi->filterField, &QLineEdit::textChanged, this,
             &QBQuotesWindowController::setFilterText);
     connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,

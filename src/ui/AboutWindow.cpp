@@ -85,6 +85,8 @@ QBAboutWindow::QBAboutWindow(const QString& applicationName, const QString& vers
     aboutQt->setObjectName(QStringLiteral("aboutQtButton"));
     connect(aboutQt, &QPushButton::clicked, this, &QBAboutWindow::showAboutQt);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
+    // The links take Tab too; the window opens on its Close button all the same.
+    buttons->button(QDialogButtonBox::Close)->setFocus();
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(icon);

@@ -44,7 +44,7 @@ TEST_F(GermanWindowTest, MenusButtonsAlertsAndTheSettingsPageReadGerman)
     for (const QAction* menu : mWindow->menuBar()->actions())
         menus << menu->text();
     EXPECT_EQ(menus, (QStringList{u"&Datei"_s, u"&Bearbeiten"_s, u"&Zitate"_s, u"&Hilfe"_s}));
-    EXPECT_EQ(child<QAbstractButton>("removeAllButton")->text(), u"Alle entfernen"_s);
+    EXPECT_EQ(child<QAbstractButton>("removeAllButton")->text(), u"Alle e&ntfernen"_s);
 
     // "Use as Signature" without a signature file: the alert, with Qt's own OK button.
     QListView* list = mWindow->quotesListView();

@@ -115,10 +115,11 @@ QList<QWidget*> interactiveControls(QWidget* window)
 }
 
 // The controls Tab visits, in order, starting from the window's first focus stop.
-QList<QWidget*> tabCycle(QWidget* window)
+QList<QWidget*> tabCycle(QWidget* window, QStringList& faults)
 {
     window->activateWindow();
-    QTest::qWaitForWindowActive(window);
+    if (!QTest::qWaitForWindowActive(window))
+        faults << QStringLiteral("%1 could not be activated").arg(describe(window));
     QList<QWidget*> visited;
     QWidget* start = window->focusWidget();
     if (start == nullptr) {
@@ -127,14 +128,16 @@ QList<QWidget*> tabCycle(QWidget* window)
         start = window->focusWidget();
     }
     QWidget* current = start;
-    // A chain longer than the window's widgets has cycled already.
-    const qsizetype limit = window->findChildren<QWidget*>().size() + 1;
-    while (current != nullptr && visited.size() < limit) {
+    // Tab may stay in a widget a while (a label steps through its links); a chain longer
+    // than twice the window's widgets has cycled already.
+    const qsizetype limit = 2 * window->findChildren<QWidget*>().size() + 2;
+    for (qsizetype presses = 0; current != nullptr && presses < limit; ++presses) {
         if (!visited.contains(current))
             visited << current;
+        QWidget* previous = current;
         QTest::keyClick(current, Qt::Key_Tab);
         current = window->focusWidget();
-        if (current == start)
+        if (current == start && previous != start)
             break;
     }
     return visited;
@@ -171,7 +174,7 @@ QList<QWidget*> tabStops(QWidget* window, const QList<QWidget*>& controls)
 
 void checkTabOrder(QWidget* window, const QList<QWidget*>& controls, QStringList& faults)
 {
-    const QList<QWidget*> cycle = tabCycle(window);
+    const QList<QWidget*> cycle = tabCycle(window, faults);
     for (QWidget* control : tabStops(window, controls)) {
         if (!control->isEnabled() || reachedByTab(control, cycle))
             continue;
@@ -229,16 +232,15 @@ void checkAllMnemonics(QWidget* window, const QList<QWidget*>& controls, QString
         if (label->window() == window && label->isVisible() && label->buddy() != nullptr)
             texts << label->text();
     }
-    checkMnemonics(describe(window), texts, faults);
+    // Alt and a menu's letter open the menu from anywhere in the window.
     for (QMenuBar* bar : window->findChildren<QMenuBar*>()) {
-        QStringList titles;
         for (QAction* action : bar->actions()) {
-            titles << action->text();
+            texts << action->text();
             if (action->menu() != nullptr)
                 checkMenuMnemonics(action->menu(), faults);
         }
-        checkMnemonics(QStringLiteral("menu bar"), titles, faults);
     }
+    checkMnemonics(describe(window), texts, faults);
 }
 
 } // namespace

@@ -11,7 +11,7 @@ class QWidget;
 // - a list whose rows have no text;
 // - a visible, enabled control that pressing Tab from the first one never reaches
 //   (an exclusive group of radio buttons counts as one stop, as Qt's Tab treats it);
-// - two mnemonics on the same letter among the window's buttons and labels, or among the
-//   menu bar's menus or the items of one menu.
+// - two mnemonics on the same letter among the window's menu titles, buttons and labels,
+//   or among the items of one menu.
 // The window must be shown; it is activated so that Tab moves the focus as for a user.
 QStringList accessibilityFaults(QWidget* window);
