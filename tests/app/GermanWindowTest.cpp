@@ -60,7 +60,7 @@ TEST_F(GermanWindowTest, MenusButtonsAlertsAndTheSettingsPageReadGerman)
     QWidget* settings = mWindow->editorAreaViewController()->settingsViewController();
     ASSERT_NE(settings, nullptr);
     EXPECT_EQ(settings->findChild<QCheckBox*>(u"shareUsageStatisticsCheckBox"_s)->text(),
-              u"Anonyme Nutzungsstatistiken teilen"_s);
+              u"Anonyme Nutzungsstatistiken &teilen"_s);
 }
 
 TEST(GermanCommandLineTest, HelpAndErrorsOfBothExecutablesReadGerman)
