@@ -1,6 +1,7 @@
 #include "app/QuotesWindowController.h"
 
 #include "app/EditorAreaViewController.h"
+#include "app/QuoteRowDelegate.h"
 #include "import/BatchImportDialogs.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "logging/Log.h"
@@ -170,6 +171,7 @@ void QBQuotesWindowController::setUpList()
 {
     QListView* list = mUi->quotesListView;
     list->setModel(mQuotesArrayController);
+    list->setItemDelegate(new QBQuoteRowDelegate(list));
     //% "Filter quotes"
     mUi->filterField->setPlaceholderText(qtTrId("QuotesFilterPlaceholder"));
     //% "Filter Quotes"
