@@ -24,6 +24,7 @@
 #include <QApplication>
 #include <QKeySequence>
 #include <QMenuBar>
+#include <QScreen>
 #include <QStyle>
 #include <QTimer>
 
@@ -39,6 +40,8 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     : QMainWindow(parent), mUi(std::make_unique<Ui::QBQuotesWindow>()), mUndoManager(undoManager)
 {
     mUi->setupUi(this);
+    // A small screen (or a large scale factor) gets the whole window, not a clipped one.
+    resize(size().boundedTo(screen()->availableSize()));
     mQuotesArrayController = new QBQuotesListModel(&mQuotesSource, this);
     registerForNotifications();
     mEditorArea = new QBEditorAreaViewController(undoManager, mUi->areaPlaceholderView);
