@@ -65,9 +65,11 @@ protected:
     {
         return mController->findChild<T*>(QString::fromUtf8(name));
     }
-    void click(const char* checkBox)
+    void click(const char* checkBox) { clickBox(child<QCheckBox>(checkBox)); }
+    // On the box itself: a check box wider than its text does not take clicks beyond it.
+    static void clickBox(QCheckBox* box)
     {
-        QTest::mouseClick(child<QCheckBox>(checkBox), Qt::LeftButton);
+        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(box->height() / 2, box->height() / 2));
     }
     // The open alerts as "title / text", closed. No translation is loaded: texts are ids.
     QStringList takeAlerts()
@@ -184,10 +186,10 @@ TEST_F(SettingsViewControllerTest, UsageStatisticsSwitchIsOffWithoutAServiceAndS
     mController->viewWillAppear();
     EXPECT_TRUE(share->isEnabled() && share->isChecked());
     EXPECT_FALSE(unavailable->isVisible());
-    QTest::mouseClick(share, Qt::LeftButton);
+    clickBox(share);
     EXPECT_FALSE(sharesUsageStatistics(mDefaults->objectForKey(QBDefaultsShareUsageStatistics)));
     EXPECT_EQ(TelemetryManager::shared()->signalManager(), nullptr);
-    QTest::mouseClick(share, Qt::LeftButton);
+    clickBox(share);
     EXPECT_NE(TelemetryManager::shared()->signalManager(), nullptr);
     telemetry.configureWithAppID(kAppID, QUrl()); // the server goes with this test
 }
