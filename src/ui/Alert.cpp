@@ -1,11 +1,8 @@
 #include "ui/Alert.h"
 
 #include <QApplication>
-#include <QFontMetrics>
-#include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QSpacerItem>
 
 namespace {
 
@@ -19,22 +16,6 @@ QMessageBox::Icon iconForStyle(int style)
     default:
         return QMessageBox::Warning;
     }
-}
-
-// Room around the title in a window manager's title bar: buttons and margins.
-constexpr int kTitleBarAllowance = 160;
-
-// The title bar shows the title only as wide as the box, and a message box sizes itself
-// to its texts: a long title (German ones are) would be cut off.
-void keepTitleWhole(QMessageBox* box, const QString& title)
-{
-    auto* grid = qobject_cast<QGridLayout*>(box->layout());
-    if (grid == nullptr)
-        return;
-    const int width =
-        QFontMetrics(QApplication::font()).horizontalAdvance(title) + kTitleBarAllowance;
-    grid->addItem(new QSpacerItem(width, 0, QSizePolicy::Minimum, QSizePolicy::Fixed),
-                  grid->rowCount(), 0, 1, grid->columnCount());
 }
 
 } // namespace
@@ -51,7 +32,6 @@ QMessageBox* QBAlert::openBox(int style, const QString& title, const QString& me
     auto* box = new QMessageBox(iconForStyle(style), title, message, QMessageBox::NoButton, parent);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowModality(parent != nullptr ? Qt::WindowModal : Qt::ApplicationModal);
-    keepTitleWhole(box, title);
     return box;
 }
 

@@ -4,7 +4,6 @@
 #include "app/QuotesEditorViewController.h"
 #include "import/BatchImportDialogs.h"
 #include "signature/SettingsKeys.h"
-#include "ui/Alert.h"
 #include "ui/NamedColors.h"
 
 #include "AccessibilityAudit.h"
@@ -143,18 +142,6 @@ TEST_F(AccessibilityTest, TheSignatureFileIsChosenWithTheKeyboardAlone)
     QTRY_COMPARE(child<QLineEdit>("outputPathField")->text(), chosen);
     EXPECT_EQ(QBUserDefaults::standardUserDefaults().stringForKey(QBDefaultsSignatureOutputPath),
               chosen);
-}
-
-// A title bar shows the title only as wide as the box; the message alone would make the
-// box narrower than a German title.
-TEST_F(AccessibilityTest, AnAlertIsWideEnoughForItsTitle)
-{
-    const QString title = qtTrId("PleaseChooseDifferentLocation") + QStringLiteral(" – ") +
-                          qtTrId("NoOutputFileSpecified");
-    QMessageBox* alert = QBAlert::shared().warningWithTitle(title, QStringLiteral("!"));
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(alert));
-    EXPECT_GT(alert->width(), alert->fontMetrics().horizontalAdvance(title));
-    alert->done(0);
 }
 
 // The settings page's texts stand on the editor area's gradient, in both themes.
