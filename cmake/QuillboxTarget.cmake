@@ -1,7 +1,8 @@
-# Settings shared by every target of the project's own code: warnings are errors,
-# and Qt's string conversions must be spelled out so encoding mistakes fail to compile.
+# Settings shared by every target of the project's own code: all warnings (errors with
+# QB_WERROR), and Qt's string conversions must be spelled out so encoding mistakes fail
+# to compile.
 function(qb_configure_target target)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Werror)
+  target_compile_options(${target} PRIVATE -Wall -Wextra $<$<BOOL:${QB_WERROR}>:-Werror>)
   target_compile_definitions(${target} PRIVATE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_USE_QSTRINGBUILDER
     QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs every Debian 12 package that building, testing and running Quillbox2 need.
+# Installs every Debian package (Debian 12 or 13) that building, testing and running
+# Quillbox2 need.
 # Idempotent: it says nothing and touches nothing when everything is present.
 set -euo pipefail
 
@@ -13,20 +14,35 @@ packages=(
   libqt6svg6
   xvfb xauth xdotool qt6ct
   desktop-file-utils appstream
-  libqt6svg6 dpkg-dev file fakeroot man-db
+  dpkg-dev file fakeroot man-db
   qt6-translations-l10n
 )
+# Packages that only some releases have: Debian 13 ships Qt's SVG icon engine apart from
+# the library, and without it the application has no icon.
+optional=(qt6-svg-plugins)
+
+installed() { [[ $(dpkg-query -W -f='${Status}' "$1" 2>/dev/null) == "install ok installed" ]]; }
+available() { apt-cache show --no-all-versions "$1" >/dev/null 2>&1; }
+addAvailableOptional() {
+  for pkg in "${optional[@]}"; do
+    if ! installed "$pkg" && available "$pkg" && [[ " ${missing[*]} " != *" $pkg "* ]]; then
+      missing+=("$pkg")
+    fi
+  done
+}
 
 missing=()
 for pkg in "${packages[@]}"; do
-  status=$(dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null || true)
-  [[ "$status" == "install ok installed" ]] || missing+=("$pkg")
+  installed "$pkg" || missing+=("$pkg")
 done
+addAvailableOptional
 [[ ${#missing[@]} -eq 0 ]] && exit 0
 
-echo "Installing: ${missing[*]}"
 sudo=""
 [[ $(id -u) -ne 0 ]] && sudo="sudo"
 export DEBIAN_FRONTEND=noninteractive
 $sudo apt-get update -qq
+# A fresh system knows which optional packages exist only now.
+addAvailableOptional
+echo "Installing: ${missing[*]}"
 $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

@@ -7,7 +7,9 @@
 #   scripts/try-mail-clients.sh [path/to/quillbox2-helper]
 #
 # QB_MAIL_CLIENTS="mutt neomutt" picks the clients; QB_KEEP_MAIL_TRY=1 keeps the
-# temporary folder (messages, screens, configuration) for a look afterwards.
+# temporary folder (messages, screens, configuration) for a look afterwards;
+# QB_TRY_TEMPLATE=1 sets a template line above the quote, a wrap column of 40 and a
+# limit of 3 lines, and checks the messages for those.
 #
 # The clients send nothing in batch mode with a signature (`mutt -s subject addr <
 # body` leaves it out), so each message is composed interactively inside a detached
@@ -44,6 +46,15 @@ container="$XDG_DATA_HOME/group.Q8B2X4K7LM.org.quillbox2/Library/Application Sup
 mkdir -p "$container" "$HOME/Mail" "$work/outbox"
 quotes="$container/quotes.db"
 cp "$root/resources/signatures.json" "$quotes"
+template_line="Jane Doe · example.org"
+if [[ "${QB_TRY_TEMPLATE:-0}" == 1 ]]; then
+  # The suite as the application mirrors it (an INI file in UTF-8).
+  mkdir -p "$container/../Preferences"
+  printf '[General]\nQBDefaultsSignatureTemplate="%s\\n{quote}"\nQBDefaultsSignatureWrapColumn=40\nQBDefaultsSignatureMaxLines=3\n' \
+    "$template_line" \
+    >"$container/../Preferences/group.Q8B2X4K7LM.org.quillbox2.conf"
+fi
+export QB_TEMPLATE_LINE="$template_line"
 
 cat >"$work/fake-sendmail" <<'EOF'
 #!/bin/sh
@@ -83,7 +94,7 @@ done
 # Keeps the signature beside the message (.signature) and prints its first line.
 check_message() { # message expected-signature-file-or-empty
   python3 - "$1" "$2" "$quotes" <<'EOF'
-import email, email.policy, json, sys
+import email, email.policy, json, os, sys
 path, expected_file, quotes_path = sys.argv[1:]
 with open(path, "rb") as f:
     body = email.message_from_binary_file(f, policy=email.policy.default).get_content()
@@ -92,7 +103,19 @@ if not body.startswith("Body text\n") or "\n-- \n" not in body:
 signature = body.split("\n-- \n", 1)[1].rstrip("\n")
 with open(quotes_path, encoding="utf-8") as f:
     contents = {q["Content"] for q in json.load(f)["Quotes"]}
-if signature not in contents:
+quote = signature
+if os.environ.get("QB_TRY_TEMPLATE") == "1":
+    # The template's line, then the quote in at most 3 lines of at most 40 characters
+    # (a longer word alone on its line), the same words as a quote of the collection.
+    head, _, quote = signature.partition("\n")
+    if head != os.environ["QB_TEMPLATE_LINE"]:
+        sys.exit(f"{path}: signature {signature!r} does not start with the template")
+    lines = quote.split("\n")
+    if len(lines) > 3 or any(len(l) > 40 and " " in l.strip() for l in lines):
+        sys.exit(f"{path}: quote {quote!r} breaks the limits")
+    contents = {" ".join(c.split()) for c in contents}
+    quote = " ".join(quote.split())
+if quote not in contents:
     sys.exit(f"{path}: signature {signature!r} is not a quote of the collection")
 if expected_file:
     with open(expected_file, encoding="utf-8") as f:
@@ -101,7 +124,7 @@ if expected_file:
         sys.exit(f"{path}: signature {signature!r}, expected the file's {expected!r}")
 with open(path + ".signature", "w", encoding="utf-8") as f:
     f.write(signature)
-print(signature.splitlines()[0])
+print(signature.splitlines()[-1] if os.environ.get("QB_TRY_TEMPLATE") == "1" else signature.splitlines()[0])
 EOF
 }
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Times quillbox2-helper as a whole process with a collection of 10,000 quotes:
+# Times quillbox2-helper as a whole process with a collection of $QUOTES quotes (10,000
+# unless set); SIGNATURE=1 adds a template, a wrap column of 72 and a limit of 4 lines:
 #   - `--print` (a mail client waits for it on every message): median of 21 runs;
 #   - the running helper's resident memory after several rotations, and its wake-ups
 #     over 10 s with a 60 s interval (voluntary context switches, from /proc).
@@ -16,11 +17,12 @@ mkdir -p "$container/Application Support" "$container/Preferences" "$home/Mail"
 
 # A collection as the application writes it (four-space indentation, raw UTF-8), and
 # the same quotes as one compact line, which --print reads through the full parser.
-python3 - "$container/Application Support" <<'PY'
+quotes=${QUOTES:-10000}
+python3 - "$container/Application Support" "$quotes" <<'PY'
 import json, sys, uuid
 quotes = [{"UID": str(uuid.uuid4()),
            "Content": f"Quote number {i}: " + "words of some length " * 8 + "\n— Someone"}
-          for i in range(10000)]
+          for i in range(int(sys.argv[2]))]
 folder = sys.argv[1]
 with open(f"{folder}/quotes.db", "w", encoding="utf-8") as db:
     json.dump({"Quotes": quotes}, db, indent=4, ensure_ascii=False)
@@ -35,8 +37,12 @@ time_print() {
     # $EPOCHREALTIME needs no process of its own, unlike $(date): only the helper is timed.
     start=${EPOCHREALTIME/./}; "$helper" --print >/dev/null; end=${EPOCHREALTIME/./}
     echo $(( end - start ))
-  done | median_ms | awk -v what="$1" '{printf "--print, 10000 quotes, %s: median %.1f ms (21 runs)\n", what, $1 / 1000}'
+  done | median_ms | awk -v what="$1" -v n="$quotes" '{printf "--print, %d quotes, %s: median %.1f ms (21 runs)\n", n, what, $1 / 1000}'
 }
+suite="$container/Preferences/group.Q8B2X4K7LM.org.quillbox2.conf"
+if [[ ${SIGNATURE:-0} == 1 ]]; then
+  printf '[General]\nQBDefaultsSignatureTemplate="Jane Doe, +1 555 0100\\n{quote}"\nQBDefaultsSignatureWrapColumn=72\nQBDefaultsSignatureMaxLines=4\n' > "$suite"
+fi
 db="$container/Application Support/quotes.db"
 time_print "the application's layout"
 mv "$db" "$db.app" && mv "$container/Application Support/compact.db" "$db"

@@ -1,9 +1,11 @@
 // Importing a 10 MB file of 40,000 quotes, from the chosen file to the rebuilt list with
 // the one save done: reading and decoding, line ends, separator detection, splitting,
 // the quotes added with their undo step, the value objects rebuilt, the file written.
+// Then a 2 MB fortune file cut alone, 400 files in one go, and an export.
 #include "core/QuotesRepository.h"
 #include "import/QuoteBatchImportHelper.h"
-#include "import/TextFileReader.h"
+#include "import/QuoteExport.h"
+#include "import/QuoteFile.h"
 #include "logging/Log.h"
 #include "model/NotificationObserverTracker.h"
 #include "model/Notifications.h"
@@ -13,6 +15,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -117,23 +120,84 @@ void BM_ImportBlankLineSeparatedFile(benchmark::State& state)
 }
 BENCHMARK(BM_ImportBlankLineSeparatedFile)->Unit(benchmark::kMillisecond)->Repetitions(5);
 
-// The text work alone (no collection, no save), to tell where the time goes.
-void BM_ReadDetectAndSplit(benchmark::State& state)
+// A fortune file of |bytes| bytes at |path|: quotes of two lines between "%" lines.
+QStringList writeFortuneFile(const QString& path, qint64 bytes, int firstNumber = 0)
 {
-    ImportSetup setup(QStringLiteral("\n%\n"));
-    qsizetype pieces = 0;
-    for (auto _ : state) {
-        const QString text = QBQuoteBatchImportHelper::normalizedLineEnds(
-            QBTextFileReader::readTextFile(setup.path()).text);
-        const QStringList candidates = QBQuoteBatchImportHelper::detectCandidateSeparators(text);
-        pieces = QBQuoteBatchImportHelper::splitText(
-                     text, QBQuoteBatchImportHelper::separatorForSplitting(candidates.value(0)))
-                     .size();
+    QStringList quotes;
+    qint64 size = 0;
+    for (int number = firstNumber; size < bytes; ++number) {
+        quotes << quoteText(number);
+        size += quotes.last().toUtf8().size() + 3;
     }
-    if (pieces != kQuotes)
-        state.SkipWithError("the text was not split into every quote");
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write((quotes.join(QStringLiteral("\n%\n")) + QStringLiteral("\n%\n")).toUtf8());
+    return quotes;
 }
-BENCHMARK(BM_ReadDetectAndSplit)->Unit(benchmark::kMillisecond)->Repetitions(5);
+
+// Reading, detecting and cutting a 2 MB fortune file (no collection, no save).
+void BM_DetectAndSplitFortuneFile(benchmark::State& state)
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("quotes"));
+    const qsizetype expected = writeFortuneFile(path, 2'000'000).size();
+    qsizetype quotes = 0;
+    for (auto _ : state) {
+        const QBQuoteFile file = QBQuoteFile::load(path);
+        quotes = file.quotes(file.analysis.choices.value(0)).size();
+    }
+    state.counters["quotes"] = static_cast<double>(quotes);
+    if (quotes != expected)
+        state.SkipWithError("the text was not cut into every quote");
+}
+BENCHMARK(BM_DetectAndSplitFortuneFile)->Unit(benchmark::kMillisecond)->Repetitions(5);
+
+// 400 fortune files, 10 MB in all, dropped in one go on a collection of 10,000 quotes:
+// read, cut, added as one step, the list rebuilt, the file saved.
+void BM_ImportFourHundredFilesIntoTenThousandQuotes(benchmark::State& state)
+{
+    constexpr int kFiles = 400;
+    constexpr int kCollection = 10000;
+    ImportSetup setup(QStringLiteral("\n%\n"));
+    QTemporaryDir folder;
+    QStringList paths;
+    qsizetype expected = 0;
+    for (int index = 0; index < kFiles; ++index) {
+        paths << folder.filePath(QStringLiteral("fortune-%1").arg(index));
+        expected += writeFortuneFile(paths.last(), 25'000, index * 1000).size();
+    }
+    for (auto _ : state) {
+        state.PauseTiming();
+        setup.reset();
+        for (int number = 0; number < kCollection; ++number)
+            CQuotesRepository::getInstance().addNewQuote()->mContent =
+                quoteText(kQuotes + number).toStdString();
+        state.ResumeTiming();
+        QBQuoteBatchImportHelper::importFiles(paths);
+    }
+    const auto total = static_cast<qsizetype>(CQuotesRepository::getInstance().mQuotes.size());
+    state.counters["quotes"] = static_cast<double>(total);
+    if (total != kCollection + expected)
+        state.SkipWithError("the import did not add every quote");
+}
+BENCHMARK(BM_ImportFourHundredFilesIntoTenThousandQuotes)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(3);
+
+// Exporting 100,000 quotes as a fortune file, written atomically.
+void BM_ExportHundredThousandQuotes(benchmark::State& state)
+{
+    std::vector<CQuoteRecord> quotes;
+    for (int number = 0; number < 100'000; ++number)
+        quotes.emplace_back(quoteText(number).toStdString(), std::string());
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("export.fortune"));
+    for (auto _ : state) {
+        if (QBQuoteExport::writeExport(path, quotes, QBQuoteExport::Format::Fortune))
+            state.SkipWithError("the export failed");
+    }
+    state.counters["file_MB"] = static_cast<double>(QFileInfo(path).size()) / 1e6;
+}
+BENCHMARK(BM_ExportHundredThousandQuotes)->Unit(benchmark::kMillisecond)->Repetitions(5);
 
 } // namespace
-

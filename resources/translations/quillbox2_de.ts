@@ -3,10 +3,6 @@
 <TS version="2.1" language="de_DE">
 <context>
     <name></name>
-    <message id="QuotesCannotBeSavedTitle">
-        <source>Changes Cannot Be Saved</source>
-        <translation>Änderungen können nicht gespeichert werden</translation>
-    </message>
     <message id="QuotesCannotBeSavedMessage">
         <source>The quotes database at %1 could not be read (%2), so your changes cannot be saved until the file is fixed.</source>
         <translation>Die Zitatdatenbank unter %1 konnte nicht gelesen werden (%2). Ihre Änderungen können erst gespeichert werden, wenn die Datei repariert ist.</translation>
@@ -151,17 +147,6 @@
         <source>%1 – %L2 quotes</source>
         <translation>%1 – %L2 Zitate</translation>
     </message>
-    <message id="QuotesSuccessfullyImportedTitle">
-        <source>Quotes Imported</source>
-        <translation>Zitate importiert</translation>
-    </message>
-    <message id="QuotesImported" numerus="yes">
-        <source>%n quote(s) were added to your collection.</source>
-        <translation>
-            <numerusform>%n Zitat wurde Ihrer Sammlung hinzugefügt.</numerusform>
-            <numerusform>%n Zitate wurden Ihrer Sammlung hinzugefügt.</numerusform>
-        </translation>
-    </message>
     <message id="NoOutputFileSpecified">
         <source>No Output File Specified</source>
         <translation>Keine Ausgabedatei festgelegt</translation>
@@ -195,8 +180,8 @@
         <translation>Trennzeile wählen</translation>
     </message>
     <message id="BatchImportSelectSeparatorDescription">
-        <source>Which line separates one quote from the next? These lines occur most often in the file (⏎ stands for a blank line).</source>
-        <translation>Welche Zeile trennt ein Zitat vom nächsten? Diese Zeilen kommen in der Datei am häufigsten vor (⏎ steht für eine Leerzeile).</translation>
+        <source>How are the quotes in “%1” separated? The first quotes of the chosen way are shown below.</source>
+        <translation>Wie sind die Zitate in „%1“ getrennt? Die ersten Zitate der gewählten Art stehen unten.</translation>
     </message>
     <message id="BatchImportImportButton">
         <source>Import</source>
@@ -293,6 +278,497 @@
         <source>Type the quote here.</source>
         <translation>Geben Sie hier das Zitat ein.</translation>
     </message>
+    <message id="QuoteListEmpty">
+        <source>No quotes yet. Add one, or import many from a text file.</source>
+        <translation>Noch keine Zitate. Fügen Sie eines hinzu oder importieren Sie viele aus einer Textdatei.</translation>
+    </message>
+    <message id="QuoteListNoMatch">
+        <source>No quote matches “%1”.</source>
+        <translation>Kein Zitat passt zu „%1“.</translation>
+    </message>
+    <message id="CommandLineImportOption">
+        <source>Add the quotes of FILE to the collection, without a window.</source>
+        <translation>Die Zitate aus FILE ohne Fenster zur Sammlung hinzufügen.</translation>
+    </message>
+    <message id="CommandLineSeparatorOption">
+        <source>How --import cuts text into quotes: a separator line such as &quot;%&quot;, or &quot;blank&quot; (blank lines), &quot;line&quot; (one quote per line), &quot;whole&quot; (one quote).</source>
+        <translation>Wie --import Text in Zitate teilt: eine Trennzeile wie &quot;%&quot; oder &quot;blank&quot; (Leerzeilen), &quot;line&quot; (ein Zitat pro Zeile), &quot;whole&quot; (ein Zitat).</translation>
+    </message>
+    <message id="CommandLineDryRunOption">
+        <source>With --import: say how each file would be cut and how many quotes it holds, and change nothing.</source>
+        <translation>Mit --import: für jede Datei sagen, wie sie geteilt würde und wie viele Zitate sie enthält, ohne etwas zu ändern.</translation>
+    </message>
+    <message id="CommandLineExportOption">
+        <source>Write the collection to FILE, without a window.</source>
+        <translation>Die Sammlung ohne Fenster in FILE schreiben.</translation>
+    </message>
+    <message id="CommandLineFormatOption">
+        <source>With --export: fortune, text or json (default: by FILE&apos;s extension, else fortune).</source>
+        <translation>Mit --export: fortune, text oder json (sonst nach der Endung von FILE, andernfalls fortune).</translation>
+    </message>
+    <message id="CommandLineFilesArgument">
+        <source>Files to import into the running window (or the one this starts).</source>
+        <translation>Dateien, die das laufende (oder hiermit gestartete) Fenster importiert.</translation>
+    </message>
+    <message id="CommandLineUnknownFormat">
+        <source>Unknown format &apos;%1&apos;; use fortune, text or json.</source>
+        <translation>Unbekanntes Format „%1“; fortune, text oder json verwenden.</translation>
+    </message>
+    <message id="CommandLineEmptySeparator">
+        <source>An empty separator cuts nothing; use &quot;blank&quot; for blank lines.</source>
+        <translation>Ein leeres Trennzeichen teilt nichts; für Leerzeilen &quot;blank&quot; verwenden.</translation>
+    </message>
+    <message id="AlreadyRunningImports">
+        <source>Quillbox2 is already running; it imports the files.</source>
+        <translation>Quillbox2 läuft bereits; es importiert die Dateien.</translation>
+    </message>
+    <message id="CommandLineOptionWithoutCommand">
+        <source>--separator and --dry-run go with --import, --format with --export.</source>
+        <translation>--separator und --dry-run gehören zu --import, --format zu --export.</translation>
+    </message>
+    <message id="CommandExportQuotes">
+        <source>E&amp;xport Quotes…</source>
+        <oldsource>Export Quotes…</oldsource>
+        <translation>Zitate e&amp;xportieren …</translation>
+    </message>
+    <message id="BatchImportSingleQuoteTitle">
+        <source>Import a Single Quote</source>
+        <translation>Ein einzelnes Zitat importieren</translation>
+    </message>
+    <message id="BatchImportSingleQuoteDescription">
+        <source>“%1” holds a single quote. Import it?</source>
+        <translation>„%1“ enthält ein einzelnes Zitat. Importieren?</translation>
+    </message>
+    <message id="BatchImportChoiceLine" numerus="yes">
+        <source>Lines “%1” — %Ln quote(s)</source>
+        <translation>
+            <numerusform>Zeilen „%1“ – %Ln Zitat</numerusform>
+            <numerusform>Zeilen „%1“ – %Ln Zitate</numerusform>
+        </translation>
+    </message>
+    <message id="BatchImportChoiceBlankLine" numerus="yes">
+        <source>Blank lines — %Ln quote(s)</source>
+        <translation>
+            <numerusform>Leerzeilen – %Ln Zitat</numerusform>
+            <numerusform>Leerzeilen – %Ln Zitate</numerusform>
+        </translation>
+    </message>
+    <message id="BatchImportChoiceOnePerLine" numerus="yes">
+        <source>One quote per line — %Ln quote(s)</source>
+        <translation>
+            <numerusform>Ein Zitat pro Zeile – %Ln Zitat</numerusform>
+            <numerusform>Ein Zitat pro Zeile – %Ln Zitate</numerusform>
+        </translation>
+    </message>
+    <message id="BatchImportChoiceWholeFile">
+        <source>The whole file as one quote</source>
+        <translation>Die ganze Datei als ein Zitat</translation>
+    </message>
+    <message id="ExportChooseFileTitle">
+        <source>Export Quotes</source>
+        <translation>Zitate exportieren</translation>
+    </message>
+    <message id="ExportFormatFortune">
+        <source>Fortune file, quotes between “%” lines (*.fortune *)</source>
+        <translation>Fortune-Datei, Zitate zwischen „%“-Zeilen (*.fortune *)</translation>
+    </message>
+    <message id="ExportFormatText">
+        <source>Plain text, quotes between blank lines (*.txt)</source>
+        <translation>Klartext, Zitate zwischen Leerzeilen (*.txt)</translation>
+    </message>
+    <message id="ExportFormatJson">
+        <source>Quillbox2 collection (*.json)</source>
+        <translation>Quillbox2-Sammlung (*.json)</translation>
+    </message>
+    <message id="ExportDefaultFileName">
+        <source>quotes</source>
+        <translation>zitate</translation>
+    </message>
+    <message id="ExportSelectionOnly">
+        <source>Only the selected quotes</source>
+        <translation>Nur die ausgewählten Zitate</translation>
+    </message>
+    <message id="ExportFailed">
+        <source>The quotes could not be exported to “%1”: %2</source>
+        <translation>Die Zitate konnten nicht nach „%1“ exportiert werden: %2</translation>
+    </message>
+    <message id="ExportSummary" numerus="yes">
+        <source>Exported %Ln quote(s) to “%1”.</source>
+        <translation>
+            <numerusform>%Ln Zitat nach „%1“ exportiert.</numerusform>
+            <numerusform>%Ln Zitate nach „%1“ exportiert.</numerusform>
+        </translation>
+    </message>
+    <message id="ExportQuotesHoldingSeparator" numerus="yes">
+        <source>%Ln of them hold their own separator and will not read back alone.</source>
+        <translation>
+            <numerusform>%Ln davon enthält sein eigenes Trennzeichen und wird nicht einzeln zurückgelesen.</numerusform>
+            <numerusform>%Ln davon enthalten ihr eigenes Trennzeichen und werden nicht einzeln zurückgelesen.</numerusform>
+        </translation>
+    </message>
+    <message id="ImportSummaryOneFile" numerus="yes">
+        <source>Imported %Ln quote(s) from “%1”.</source>
+        <translation>
+            <numerusform>%Ln Zitat aus „%1“ importiert.</numerusform>
+            <numerusform>%Ln Zitate aus „%1“ importiert.</numerusform>
+        </translation>
+    </message>
+    <message id="ImportSummaryFiles" numerus="yes">
+        <source>Imported %Ln quote(s) from %1 files.</source>
+        <translation>
+            <numerusform>%Ln Zitat aus %1 Dateien importiert.</numerusform>
+            <numerusform>%Ln Zitate aus %1 Dateien importiert.</numerusform>
+        </translation>
+    </message>
+    <message id="ImportSummaryDuplicates" numerus="yes">
+        <source>%Ln of them were already in the collection.</source>
+        <translation>
+            <numerusform>%Ln davon war schon in der Sammlung.</numerusform>
+            <numerusform>%Ln davon waren schon in der Sammlung.</numerusform>
+        </translation>
+    </message>
+    <message id="ImportSummaryUnreadableFiles" numerus="yes">
+        <source>%Ln file(s) could not be read.</source>
+        <translation>
+            <numerusform>%Ln Datei konnte nicht gelesen werden.</numerusform>
+            <numerusform>%Ln Dateien konnten nicht gelesen werden.</numerusform>
+        </translation>
+    </message>
+    <message id="ImportSkipDuplicatesButton">
+        <source>Skip Duplicates</source>
+        <translation>Doppelte überspringen</translation>
+    </message>
+    <message id="ImportUndoButton">
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message id="CommandLineCannotImport">
+        <source>%1: cannot import: %2</source>
+        <translation>%1: Import nicht möglich: %2</translation>
+    </message>
+    <message id="CommandLineDryRun" numerus="yes">
+        <source>%1: %Ln quote(s), separator “%2”</source>
+        <translation>
+            <numerusform>%1: %Ln Zitat, Trennzeichen „%2“</numerusform>
+            <numerusform>%1: %Ln Zitate, Trennzeichen „%2“</numerusform>
+        </translation>
+    </message>
+    <message id="CommandLineNoCollection">
+        <source>no place for the collection (is $HOME set?)</source>
+        <translation>kein Ort für die Sammlung (ist $HOME gesetzt?)</translation>
+    </message>
+    <message id="CommandLineCollectionUnreadable">
+        <source>%1: the collection cannot be read, so it is left alone</source>
+        <translation>%1: Die Sammlung kann nicht gelesen werden und bleibt unverändert</translation>
+    </message>
+    <message id="CommandLineCollectionNotSaved">
+        <source>%1: the collection could not be saved</source>
+        <translation>%1: Die Sammlung konnte nicht gesichert werden</translation>
+    </message>
+    <message id="CommandLineCannotExport">
+        <source>%1: cannot export: %2</source>
+        <translation>%1: Export nicht möglich: %2</translation>
+    </message>
+    <message id="SignatureLongerThanLimit">
+        <source>The quote takes %1 lines, more than the signature&apos;s limit of %2; it was written all the same.</source>
+        <translation>Das Zitat hat %1 Zeilen, mehr als die Grenze der Signatur von %2; es wurde trotzdem geschrieben.</translation>
+    </message>
+    <message id="QuotesListOnlyTooLong">
+        <source>Only quotes too long for the signature</source>
+        <translation>Nur Zitate, die für die Signatur zu lang sind</translation>
+    </message>
+    <message id="QuotesListTooLongNote">
+        <source>Longer than the signature&apos;s line limit: the automatic changes pass over it.</source>
+        <translation>Länger als die Zeilengrenze der Signatur: der automatische Wechsel übergeht es.</translation>
+    </message>
+    <message id="SettingsSignatureWrapColumns">
+        <source>%1 characters</source>
+        <translation>%1 Zeichen</translation>
+    </message>
+    <message id="SettingsSignatureSection">
+        <source>Signature</source>
+        <translation>Signatur</translation>
+    </message>
+    <message id="SettingsSignatureTemplateToolTip">
+        <source>Your own lines, with {quote} where the quote goes</source>
+        <translation>Ihre eigenen Zeilen, mit {quote} an der Stelle des Zitats</translation>
+    </message>
+    <message id="SettingsSignatureWrapOff">
+        <source>Off</source>
+        <translation>Aus</translation>
+    </message>
+    <message id="SettingsSignatureNoLineLimit">
+        <source>No limit</source>
+        <translation>Keine Grenze</translation>
+    </message>
+    <message id="SettingsSignaturePreviewDescription">
+        <source>Exactly what the signature file receives for the selected quote</source>
+        <translation>Genau das, was die Signaturdatei für das ausgewählte Zitat erhält</translation>
+    </message>
+    <message id="SettingsSignatureTemplateLabel">
+        <source>&amp;Template:</source>
+        <translation>V&amp;orlage:</translation>
+    </message>
+    <message id="SettingsSignatureWrapLabel">
+        <source>&amp;Wrap the quote at:</source>
+        <translation>Zitat umb&amp;rechen bei:</translation>
+    </message>
+    <message id="SettingsSignatureMaxLinesLabel">
+        <source>&amp;Longest quote, in lines:</source>
+        <translation>&amp;Maximale Zitatlänge in Zeilen:</translation>
+    </message>
+    <message id="SettingsSignaturePreviewLabel">
+        <source>Preview:</source>
+        <translation>Vorschau:</translation>
+    </message>
+    <message id="SettingsSignatureTemplateRefused">
+        <source>The template needs {quote} where the quote goes; until then the last template with it stays in use.</source>
+        <translation>Die Vorlage braucht {quote} an der Stelle des Zitats; bis dahin bleibt die letzte Vorlage mit {quote} in Gebrauch.</translation>
+    </message>
+    <message id="SettingsSignaturePreviewExample">
+        <source>Select a quote in the list to see its signature here.</source>
+        <translation>Wählen Sie ein Zitat in der Liste, um hier seine Signatur zu sehen.</translation>
+    </message>
+    <message id="SettingsSignatureQuoteTooLong">
+        <source>This quote takes %1 lines, more than %2: the automatic changes pass over it, and Use as Signature writes it all the same.</source>
+        <translation>Dieses Zitat hat %1 Zeilen, mehr als %2: der automatische Wechsel übergeht es, und „Als Signatur verwenden“ schreibt es trotzdem.</translation>
+    </message>
+    <message id="CollectionDamagedMessage">
+        <source>Your quotes file could not be read; what could be read is shown. The file as it was is kept at %1.</source>
+        <translation>Ihre Zitatdatei konnte nicht gelesen werden; angezeigt wird, was sich lesen ließ. Die Datei, wie sie war, ist unter %1 aufbewahrt.</translation>
+    </message>
+    <message id="FirstRunHint">
+        <source>First choose where your signature file goes, then point your mail program at it.</source>
+        <translation>Wählen Sie zuerst, wo Ihre Signaturdatei liegen soll, und richten Sie dann Ihr E-Mail-Programm auf sie ein.</translation>
+    </message>
+    <message id="ChooseSignatureFileButton">
+        <source>Choose Signature File…</source>
+        <translation>Signaturdatei wählen …</translation>
+    </message>
+    <message id="FirstRunHintLink">
+        <source>How?</source>
+        <translation>Wie?</translation>
+    </message>
+    <message id="CollectionSaveFailed">
+        <source>Your changes could not be saved: %1</source>
+        <translation>Ihre Änderungen konnten nicht gesichert werden: %1</translation>
+    </message>
+    <message id="TryAgainButton">
+        <source>Try Again</source>
+        <translation>Erneut versuchen</translation>
+    </message>
+    <message id="MenuEditUndoNamed">
+        <source>&amp;Undo %1</source>
+        <translation>&amp;Rückgängig: %1</translation>
+    </message>
+    <message id="MenuEditRedoNamed">
+        <source>&amp;Redo %1</source>
+        <translation>&amp;Wiederholen: %1</translation>
+    </message>
+    <message id="QuoteRemovedResult">
+        <source>Removed “%1”</source>
+        <translation>„%1“ entfernt</translation>
+    </message>
+    <message id="RemoveAllQuestionTitle" numerus="yes">
+        <source>Remove all %n quote(s)?</source>
+        <translation>
+            <numerusform>%n Zitat entfernen?</numerusform>
+            <numerusform>Alle %n Zitate entfernen?</numerusform>
+        </translation>
+    </message>
+    <message id="RemoveAllQuestionMessage">
+        <source>Edit ▸ Undo brings them back.</source>
+        <translation>Mit Bearbeiten ▸ Rückgängig holen Sie sie zurück.</translation>
+    </message>
+    <message id="RemovedAllResult" numerus="yes">
+        <source>Removed all %n quote(s)</source>
+        <translation>
+            <numerusform>%n Zitat entfernt</numerusform>
+            <numerusform>Alle %n Zitate entfernt</numerusform>
+        </translation>
+    </message>
+    <message id="SignatureUpdatedResult">
+        <source>Signature updated</source>
+        <translation>Signatur aktualisiert</translation>
+    </message>
+    <message id="SignatureWriteFailed">
+        <source>The signature file %1 could not be written. %2</source>
+        <translation>Die Signaturdatei %1 konnte nicht geschrieben werden. %2</translation>
+    </message>
+    <message id="ChooseAnotherSignatureFileButton">
+        <source>Choose Another File…</source>
+        <translation>Andere Datei wählen …</translation>
+    </message>
+    <message id="UndoNameEditQuote">
+        <source>Edit Quote</source>
+        <translation>Zitat bearbeiten</translation>
+    </message>
+    <message id="UndoNameAddQuote">
+        <source>Add Quote</source>
+        <translation>Zitat hinzufügen</translation>
+    </message>
+    <message id="UndoNameRemoveDuplicates">
+        <source>Remove Duplicates</source>
+        <translation>Doppelte entfernen</translation>
+    </message>
+    <message id="DuplicatesRemovedResult" numerus="yes">
+        <source>Removed %n duplicate(s)</source>
+        <translation>
+            <numerusform>%n doppeltes Zitat entfernt</numerusform>
+            <numerusform>%n doppelte Zitate entfernt</numerusform>
+        </translation>
+    </message>
+    <message id="UndoNameRemoveQuote">
+        <source>Remove Quote</source>
+        <translation>Zitat entfernen</translation>
+    </message>
+    <message id="UndoNameRemoveAll">
+        <source>Remove All</source>
+        <translation>Alle entfernen</translation>
+    </message>
+    <message id="SignatureFileReplacedReason">
+        <source>Another file has taken its place since it was chosen.</source>
+        <translation>Seit sie gewählt wurde, steht eine andere Datei an ihrer Stelle.</translation>
+    </message>
+    <message id="SignatureNoFileReason">
+        <source>No signature file is chosen.</source>
+        <translation>Es ist keine Signaturdatei gewählt.</translation>
+    </message>
+    <message id="HelperStartFailed">
+        <source>The quote helper could not be started: %1</source>
+        <translation>Der Zitat-Helfer konnte nicht gestartet werden: %1</translation>
+    </message>
+    <message id="HelperStopFailed">
+        <source>The quote helper could not be stopped: %1</source>
+        <translation>Der Zitat-Helfer konnte nicht beendet werden: %1</translation>
+    </message>
+    <message id="HelperStopped">
+        <source>The quote helper stopped, so the signature no longer changes by itself.</source>
+        <translation>Der Zitat-Helfer wurde beendet, daher wechselt die Signatur nicht mehr von selbst.</translation>
+    </message>
+    <message id="HelperNotRunning">
+        <source>The signature is set to change by itself, but the quote helper is not running.</source>
+        <translation>Die Signatur soll von selbst wechseln, aber der Zitat-Helfer läuft nicht.</translation>
+    </message>
+    <message id="HelperStartButton">
+        <source>Start Helper</source>
+        <translation>Helfer starten</translation>
+    </message>
+    <message id="ReplaceForeignFileTitle">
+        <source>Replace “%1”?</source>
+        <translation>„%1“ ersetzen?</translation>
+    </message>
+    <message id="ReplaceForeignFileMessage">
+        <source>“%1” already exists and was not written by %2. Its contents will be replaced by your quotes.</source>
+        <translation>„%1“ gibt es schon, und %2 hat sie nicht geschrieben. Ihr Inhalt wird durch Ihre Zitate ersetzt.</translation>
+    </message>
+    <message id="ReplaceForeignFileButton">
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message id="HelpShownInAppMessage">
+        <source>No web browser could open the help, so it is shown in a window of %1.</source>
+        <translation>Kein Webbrowser konnte die Hilfe öffnen, daher zeigt %1 sie in einem eigenen Fenster.</translation>
+    </message>
+    <message id="HelpWindowBack">
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message id="HelpWindowForward">
+        <source>Forward</source>
+        <translation>Vor</translation>
+    </message>
+    <message id="HelpWindowContents">
+        <source>Contents</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message id="MessageCloseButton">
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message id="MessageUndoButton">
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message id="QuotesConflictCopyKeptMessage">
+        <source>Another program changed your quotes while Quillbox2 had them open. Its version was kept at %1.</source>
+        <translation>Ein anderes Programm hat Ihre Zitate geändert, während Quillbox2 sie geöffnet hatte. Dessen Fassung wurde unter %1 aufbewahrt.</translation>
+    </message>
+    <message id="CommandNextQuoteNow">
+        <source>&amp;Next Quote Now</source>
+        <oldsource>Next Quote Now</oldsource>
+        <translation>Nächstes Zitat &amp;jetzt</translation>
+    </message>
+    <message id="NextQuoteNoSignatureFile">
+        <source>Choose a signature file first.</source>
+        <translation>Wählen Sie zuerst eine Signaturdatei aus.</translation>
+    </message>
+    <message id="StatusBarChooseSignatureFile">
+        <source>Choose…</source>
+        <translation>Auswählen…</translation>
+    </message>
+    <message id="NextQuoteNotWritten">
+        <source>The next quote could not be put into the signature file: %1</source>
+        <translation>Das nächste Zitat konnte nicht in die Signaturdatei geschrieben werden: %1</translation>
+    </message>
+    <message id="StatusBarChooseSignatureFileTip">
+        <source>Choose the file your mail program reads as its signature</source>
+        <translation>Die Datei auswählen, die Ihr E-Mail-Programm als Signatur liest</translation>
+    </message>
+    <message id="StatusBarNoSignatureFile">
+        <source>No signature file chosen</source>
+        <translation>Keine Signaturdatei ausgewählt</translation>
+    </message>
+    <message id="HelperCommandLineNextOption">
+        <source>Put the next quote into the signature file now, print it and exit.</source>
+        <translation>Das nächste Zitat sofort in die Signaturdatei schreiben, es ausgeben und beenden.</translation>
+    </message>
+    <message id="HelperCommandLinePrintAndNext">
+        <source>--print and --next cannot be used together.</source>
+        <translation>--print und --next können nicht zusammen verwendet werden.</translation>
+    </message>
+    <message id="QuotesListCurrentSignature">
+        <source>Current signature: %1</source>
+        <translation>Aktuelle Signatur: %1</translation>
+    </message>
+    <message id="SignatureStateHelperMissing">
+        <source>the helper program %1 is missing</source>
+        <translation>das Hilfsprogramm %1 fehlt</translation>
+    </message>
+    <message id="SignatureStateEveryHours" numerus="yes">
+        <source>every %n hour(s)</source>
+        <translation>
+            <numerusform>alle %n Std.</numerusform>
+            <numerusform>alle %n Std.</numerusform>
+        </translation>
+    </message>
+    <message id="SignatureStateEveryMinutes" numerus="yes">
+        <source>every %n minute(s)</source>
+        <translation>
+            <numerusform>alle %n Min.</numerusform>
+            <numerusform>alle %n Min.</numerusform>
+        </translation>
+    </message>
+    <message id="SignatureStateRotationOff">
+        <source>Automatic quote changes are off</source>
+        <translation>Automatischer Zitatwechsel ist aus</translation>
+    </message>
+    <message id="SignatureStateRotating">
+        <source>New quote %1</source>
+        <translation>Neues Zitat %1</translation>
+    </message>
+    <message id="SignatureStateRotatingNext">
+        <source>New quote %1, next at %2</source>
+        <translation>Neues Zitat %1, nächstes um %2</translation>
+    </message>
+    <message id="SignatureStateHelperNotRunning">
+        <source>Automatic changes are on, but the helper is not running</source>
+        <translation>Automatischer Wechsel ist an, aber das Hilfsprogramm läuft nicht</translation>
+    </message>
+    <message id="SignatureStateHelperNotRunningBecause">
+        <source>Automatic changes are on, but the helper is not running: %1</source>
+        <translation>Automatischer Wechsel ist an, aber das Hilfsprogramm läuft nicht: %1</translation>
+    </message>
     <message id="EditorFontAccessibleName">
         <source>Editor Font</source>
         <translation>Schrift des Editors</translation>
@@ -320,6 +796,22 @@
     <message id="BatchImportSeparatorOtherLine">
         <source>Line “%1”</source>
         <translation>Zeile „%1“</translation>
+    </message>
+    <message id="QuoteListPlaceholderAddQuote">
+        <source>Add Quote</source>
+        <translation>Zitat hinzufügen</translation>
+    </message>
+    <message id="QuoteListPlaceholderImport">
+        <source>Import…</source>
+        <translation>Importieren …</translation>
+    </message>
+    <message id="HelpWindowTitle">
+        <source>%1 Help</source>
+        <translation>%1-Hilfe</translation>
+    </message>
+    <message id="BatchImportPreviewAccessibleName">
+        <source>Preview of the first quotes</source>
+        <translation>Vorschau der ersten Zitate</translation>
     </message>
 </context>
 <context>

@@ -1,11 +1,13 @@
 #include "app/AppDelegate.h"
 
+#include "app/LaunchMessages.h"
 #include "app/MainMenu.h"
 #include "app/QuotesWindowController.h"
 #include "core/AppIdentity.h"
 #include "core/FolderHelper.h"
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
+#include "import/QuoteBatchImportHelper.h"
 #include "logging/Log.h"
 #include "logging/ULog.h"
 #include "model/QuoteEditHelper.h"
@@ -18,15 +20,25 @@
 #include "ui/Alert.h"
 #include "ui/LaunchProbe.h"
 #include "util/UserDefaults.h"
+#include "util/UserMessages.h"
 
 #include <QApplication>
 #include <QMainWindow>
 #include <QScreen>
+#include <QSessionManager>
 
 QBAppDelegate::QBAppDelegate(QObject* parent) : QObject(parent) {}
 
 QBAppDelegate::~QBAppDelegate()
 {
+    CQuotesRepository::getInstance().setConflictCopyObserver([](const std::string& copyPath) {
+        QBUserMessages::shared().show(
+            {.kind = QBUserMessage::Kind::Warning,
+             //% "Another program changed your quotes while Quillbox2 had them open. Its version "
+             //% "was kept at %1."
+             .text = qtTrId("QuotesConflictCopyKeptMessage").arg(QString::fromStdString(copyPath)),
+             .topic = QStringLiteral("quotes-conflict")});
+    });
     QBQuoteEditHelper::setYesNoQuestion({});
     delete mQuotesWindowController;
 }
@@ -82,11 +94,18 @@ void QBAppDelegate::applicationDidFinishLaunching()
     QApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
     showMainWindow();
     installAlerts();
+    qblaunchmessages::installSaveMessages();
+    qblaunchmessages::postLaunchMessages();
     if (TelemetryManager* telemetry = TelemetryManager::shared()) {
         telemetry->setDisplayEnvironment(displayEnvironmentOf(*mQuotesWindowController));
     }
 
     QBUserDefaults::standardUserDefaults().registerDefaults(registeredDefaultSettings());
+    // A logout may end the process without another word: typed text is kept first.
+    connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) {
+        if (mQuotesWindowController)
+            mQuotesWindowController->keepEditAndRememberPlace();
+    });
 }
 
 void QBAppDelegate::initializeQuotesDB()
@@ -121,16 +140,14 @@ void QBAppDelegate::showMainWindow()
 void QBAppDelegate::installAlerts()
 {
     QBAlert::shared().setParentWindow(mQuotesWindowController);
-    CQuotesRepository::getInstance().setSaveRefusedObserver(
-        [](const std::string& path, const std::string& reason) {
-            QBAlert::shared().warningWithTitle(
-                //% "Changes Cannot Be Saved"
-                qtTrId("QuotesCannotBeSavedTitle"),
-                //% "The quotes database at %1 could not be read (%2), so your changes cannot "
-                //% "be saved until the file is fixed."
-                qtTrId("QuotesCannotBeSavedMessage")
-                    .arg(QString::fromStdString(path), QString::fromStdString(reason)));
-        });
+    CQuotesRepository::getInstance().setConflictCopyObserver([](const std::string& copyPath) {
+        QBUserMessages::shared().show(
+            {.kind = QBUserMessage::Kind::Warning,
+             //% "Another program changed your quotes while Quillbox2 had them open. Its version "
+             //% "was kept at %1."
+             .text = qtTrId("QuotesConflictCopyKeptMessage").arg(QString::fromStdString(copyPath)),
+             .topic = QStringLiteral("quotes-conflict")});
+    });
     QBQuoteEditHelper::setYesNoQuestion([](const QString& title, const QString& message, int style,
                                            std::function<void()> onYes,
                                            std::function<void()> onNo) {
@@ -141,6 +158,9 @@ void QBAppDelegate::installAlerts()
 
 void QBAppDelegate::applicationWillTerminate()
 {
+    // Quit, SIGTERM or the session ending: the text typed into the editor is kept.
+    if (mQuotesWindowController)
+        mQuotesWindowController->keepEditAndRememberPlace();
     logInfoMessage("Shutting down.");
 }
 
@@ -173,4 +193,17 @@ void QBAppDelegate::bringWindowToFront()
     mQuotesWindowController->show();
     mQuotesWindowController->raise();
     mQuotesWindowController->activateWindow();
+}
+
+void QBAppDelegate::importFiles(const QStringList& files, const QString& separator)
+{
+    logInfoMessage(QStringLiteral("Asked to import %1 file(s)").arg(files.size()));
+    if (mQuotesWindowController) {
+        mQuotesWindowController->show();
+        mQuotesWindowController->raise();
+        mQuotesWindowController->activateWindow();
+    }
+    QBQuoteBatchImportHelper::importFiles(
+        files, separator.isEmpty() ? std::nullopt
+                                   : std::make_optional(QBSeparatorChoice::fromName(separator)));
 }

@@ -14,8 +14,8 @@
 class QBQuotesAutoSaver;
 
 // Drives start-up and shut-down: establishes the log, prepares and loads the quotes
-// database, opens the main window and registers the default settings. At exit it only
-// logs, because every change has already been saved by the auto-saver.
+// database, opens the main window and registers the default settings. At exit it keeps the
+// editor's open edit; every other change has already been saved by the auto-saver.
 class QBAppDelegate : public QObject
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ public:
     // Creates the shared folder, seeds the database on first launch, loads it and
     // starts the auto-saver. Without a database only a warning is logged.
     void initializeQuotesDB();
-    // Logs "Shutting down." and nothing else.
+    // Keeps the editor's open edit (which saves it), then logs "Shutting down.".
     void applicationWillTerminate();
     // File > Save: writes the quotes now.
     void saveDocument();
@@ -39,6 +39,9 @@ public:
     void showAboutWindow();
     // Another launch of the program asked for the window: shows, raises and activates it.
     void bringWindowToFront();
+    // Files named on a command line or handed over by another launch: brings the window
+    // to the front and imports them (|separator| as --separator names it, or empty).
+    void importFiles(const QStringList& files, const QString& separator);
 
     // <user library folder>/Logs/<process name>.log, or empty without a library folder.
     static QString getPathToLogFile();

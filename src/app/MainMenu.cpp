@@ -14,6 +14,13 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
 {
     //% "&File"
     QMenu* fileMenu = window.menuBar()->addMenu(qtTrId("MenuFile"));
+    // The window's own import and export commands, where people look for them first.
+    for (const char* name : {"importQuotesAction", "exportQuotesAction"}) {
+        if (auto* action = window.findChild<QAction*>(QString::fromLatin1(name)))
+            fileMenu->addAction(action);
+    }
+    if (!fileMenu->isEmpty())
+        fileMenu->addSeparator();
     //% "&Save"
     QAction* save = fileMenu->addAction(qtTrId("MenuFileSave"));
     save->setObjectName(QStringLiteral("saveAction"));
@@ -42,9 +49,18 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
     redo->setObjectName(QStringLiteral("redoAction"));
     redo->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
     QObject::connect(redo, &QAction::triggered, undoManager, &QBUndoManager::redo);
+    // The items name what they take back: "Undo Remove All".
     const auto followStacks = [undo, redo, undoManager] {
         undo->setEnabled(undoManager->canUndo());
         redo->setEnabled(undoManager->canRedo());
+        const QString undoName = undoManager->canUndo() ? undoManager->undoActionName() : QString();
+        const QString redoName = undoManager->canRedo() ? undoManager->redoActionName() : QString();
+        //% "&Undo %1"
+        const QString namedUndo = qtTrId("MenuEditUndoNamed").arg(undoName);
+        //% "&Redo %1"
+        const QString namedRedo = qtTrId("MenuEditRedoNamed").arg(redoName);
+        undo->setText(undoName.isEmpty() ? qtTrId("MenuEditUndo") : namedUndo);
+        redo->setText(redoName.isEmpty() ? qtTrId("MenuEditRedo") : namedRedo);
     };
     followStacks();
     QObject::connect(undoManager, &QBUndoManager::stackChanged, undo, followStacks);

@@ -16,6 +16,8 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QFontDatabase>
+#include <QHideEvent>
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QStyle>
 #include <QTextBlock>
@@ -30,6 +32,9 @@ constexpr qreal kTextInset = 10.0;
 constexpr int kEmptyQuoteRemovalDelayMs = 250;
 constexpr int kOverlayImageSize = 260;
 constexpr qreal kOverlayImageAlpha = 0.25;
+// The pop-up entry chosen last. Family names differ between desktops and say little about
+// the entry they came from, so the entry itself is kept; the helper has no use for it.
+const QString kEditorFontEntryKey = QStringLiteral("QBEditorFontEntry");
 
 } // namespace
 
@@ -39,8 +44,16 @@ QBQuotesEditorViewController::QBQuotesEditorViewController(QBUndoManager* undoMa
 {
     mUi->setupUi(this);
     setUpControls();
-    restoreEditorFontSelectionWithFont(
-        QBUserDefaults::standardUserDefaults().stringForKey(QBDefaultsEditorFontName));
+    QBUserDefaults& defaults = QBUserDefaults::standardUserDefaults();
+    const QVariant storedEntry = defaults.objectForKey(kEditorFontEntryKey);
+    bool isEntry = false;
+    const int entry = storedEntry.toInt(&isEntry);
+    if (isEntry && entry >= MonospacedFont && entry <= SerifFont) {
+        mUi->quoteTextView->setFont(fontForEntry(entry));
+        mUi->fontPopup->setCurrentIndex(entry);
+    } else {
+        restoreEditorFontSelectionWithFont(defaults.stringForKey(QBDefaultsEditorFontName));
+    }
     adjustTextViewAppearance();
     updateOverlayImage();
     QBAppearanceHelper::setGradientBackground(this);
@@ -143,6 +156,9 @@ void QBQuotesEditorViewController::registerForNotifications()
 
 bool QBQuotesEditorViewController::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == mUi->quoteTextView && event->type() == QEvent::KeyPress &&
+        insertParagraph(*static_cast<QKeyEvent*>(event)))
+        return true;
     if (watched == mUi->quoteTextView && event->type() == QEvent::FocusOut) {
         // A menu or another window taking the keyboard for a moment does not end the edit.
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
@@ -152,11 +168,34 @@ bool QBQuotesEditorViewController::eventFilter(QObject* watched, QEvent* event)
     return QWidget::eventFilter(watched, event);
 }
 
+bool QBQuotesEditorViewController::insertParagraph(const QKeyEvent& event)
+{
+    // Qt's own Return in an empty paragraph that carries the line spacing starts no new
+    // paragraph, so a blank line took three presses.
+    const bool plainReturn = (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) &&
+                             (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (!plainReturn || mUi->quoteTextView->isReadOnly())
+        return false;
+    QTextCursor cursor = mUi->quoteTextView->textCursor();
+    cursor.insertBlock();
+    mUi->quoteTextView->setTextCursor(cursor);
+    mUi->quoteTextView->ensureCursorVisible();
+    return true;
+}
+
 void QBQuotesEditorViewController::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::PaletteChange)
         updateOverlayImage();
     QWidget::changeEvent(event);
+}
+
+void QBQuotesEditorViewController::hideEvent(QHideEvent* event)
+{
+    // Another page takes the area: what was typed is kept. A minimised window is not left.
+    if (!event->spontaneous())
+        endEditing();
+    QWidget::hideEvent(event);
 }
 
 void QBQuotesEditorViewController::showContent(const QString& content)
@@ -208,6 +247,7 @@ void QBQuotesEditorViewController::textDidBeginEditing()
     mContentBeforeEditing = mCurrentQuote != nullptr ? mCurrentQuote->content() : text;
     mIsEditing = true;
     mEditIsConfirmed = false;
+    mEditIsCancelled = false;
 }
 
 void QBQuotesEditorViewController::endEditing()
@@ -215,7 +255,9 @@ void QBQuotesEditorViewController::endEditing()
     if (!mIsEditing)
         return;
     // The text reaches the quote when editing ends; the quote asks for a commit, which
-    // editQuote() grants only for a confirmed edit.
+    // editQuote() grants unless the edit was cancelled: typed text is never lost.
+    if (!mEditIsCancelled)
+        mEditIsConfirmed = true;
     if (mCurrentQuote != nullptr)
         mCurrentQuote->setContent(mUi->quoteTextView->toPlainText());
     textDidEndEditing();
@@ -231,6 +273,9 @@ void QBQuotesEditorViewController::textDidEndEditing()
     mContentBeforeEditing.clear();
     mIsEditing = false;
     mEditIsConfirmed = false;
+    mEditIsCancelled = false;
+    // The view's own undo steps would undo past the committed change.
+    mUi->quoteTextView->document()->clearUndoRedoStacks();
 }
 
 void QBQuotesEditorViewController::forceOk()
@@ -248,6 +293,7 @@ void QBQuotesEditorViewController::forceReset()
     if (mCurrentQuote == nullptr)
         return;
     mUi->quoteTextView->document()->clearUndoRedoStacks();
+    mEditIsCancelled = true;
     if (!mContentBeforeEditing.isEmpty()) {
         QTextCursor cursor(mUi->quoteTextView->document());
         cursor.beginEditBlock();
@@ -257,6 +303,16 @@ void QBQuotesEditorViewController::forceReset()
     }
     mUi->quoteTextView->clearFocus();
     endEditing();
+}
+
+void QBQuotesEditorViewController::keepOpenEdit()
+{
+    mLeavingForGood = true;
+    endEditing();
+    mLeavingForGood = false;
+    // No later turn of the event loop is coming to announce (and so save) removals.
+    for (const QString& uid : QStringList(mUnannouncedRemovals))
+        announceRemoval(uid);
 }
 
 void QBQuotesEditorViewController::editQuote(const QVariantMap& userInfo)
@@ -275,17 +331,23 @@ void QBQuotesEditorViewController::editQuote(const QVariantMap& userInfo)
     }
     if (content.isEmpty())
         removeEmptyQuote(uid);
-    else if (warnForDuplicates)
+    else if (warnForDuplicates && !mLeavingForGood)
         QBNotificationCenter::defaultCenter().post(QBCheckForDuplicateQuotesNotification, this);
 }
 
 void QBQuotesEditorViewController::removeEmptyQuote(const QString& uid)
 {
     QBQuoteEditHelper::removeQuote(uid, mUndoManager, false);
-    QTimer::singleShot(kEmptyQuoteRemovalDelayMs, this, [this, uid] {
-        QBNotificationCenter::defaultCenter().post(QBQuoteRemovedNotification, this,
-                                                   {{QBKeyQuoteUID, uid}});
-    });
+    mUnannouncedRemovals.append(uid);
+    QTimer::singleShot(kEmptyQuoteRemovalDelayMs, this, [this, uid] { announceRemoval(uid); });
+}
+
+void QBQuotesEditorViewController::announceRemoval(const QString& uid)
+{
+    if (!mUnannouncedRemovals.removeOne(uid))
+        return;
+    QBNotificationCenter::defaultCenter().post(QBQuoteRemovedNotification, this,
+                                               {{QBKeyQuoteUID, uid}});
 }
 
 void QBQuotesEditorViewController::handleWillRemoveQuote(const QVariantMap& userInfo)
@@ -320,9 +382,13 @@ QFont QBQuotesEditorViewController::fontForEntry(int entry)
 
 int QBQuotesEditorViewController::entryForFontName(const QString& fontName)
 {
-    if (fontName.contains(QLatin1String("Menlo")) || fontName.contains(QLatin1String("Mono")))
+    // Names stored before the entry was kept; desktops spell them in either case.
+    const auto has = [&fontName](const char* word) {
+        return fontName.contains(QLatin1String(word), Qt::CaseInsensitive);
+    };
+    if (has("Menlo") || has("Mono"))
         return MonospacedFont;
-    if (fontName.contains(QLatin1String("Times")) || fontName.contains(QLatin1String("Serif")))
+    if (has("Times") || has("Serif"))
         return SerifFont;
     return SystemFont;
 }
@@ -330,6 +396,7 @@ int QBQuotesEditorViewController::entryForFontName(const QString& fontName)
 void QBQuotesEditorViewController::editorFontSelected(int entry)
 {
     changeEditorFont(fontForEntry(entry));
+    QBUserDefaults::standardUserDefaults().setObject(entry, kEditorFontEntryKey);
 }
 
 void QBQuotesEditorViewController::changeEditorFont(const QFont& font)

@@ -5,6 +5,7 @@
 
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 #include <QVariantMap>
 #include <QWidget>
 
@@ -13,15 +14,16 @@
 class QAction;
 class QBUndoManager;
 class QComboBox;
+class QKeyEvent;
 class QLabel;
 class QTextEdit;
 namespace Ui {
 class QBQuotesEditorView;
 }
 
-// Shows the selected quote's text and decides when typed text becomes an edit: only a
-// confirmed edit (forceOk) reaches the model; leaving the text any other way puts the
-// stored text back.
+// Shows the selected quote's text and decides when typed text becomes an edit: leaving
+// the text by any way (confirm, another quote, another page, the window closing) keeps
+// it as one undoable change; only cancel (forceReset) puts the stored text back.
 class QBQuotesEditorViewController : public QWidget
 {
     Q_OBJECT
@@ -38,6 +40,9 @@ public:
     // Confirm and cancel the open edit.
     void forceOk();
     void forceReset();
+    // Keeps the open edit now and saves what it changed, without asking about duplicates:
+    // the window or the program is going away.
+    void keepOpenEdit();
 
     void editorFontSelected(int entry);
     void changeEditorFont(const QFont& font);
@@ -67,6 +72,7 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     void registerForNotifications();
@@ -74,8 +80,12 @@ private:
     void showContent(const QString& content);
     void applyLineSpacing();
     void updateOverlayImage();
+    // Return in the text view: a new paragraph with the line spacing, every time.
+    bool insertParagraph(const QKeyEvent& event);
     // Ends the open edit as the text view losing the focus does.
     void endEditing();
+    // Posts the delayed removal notice of an emptied quote, once.
+    void announceRemoval(const QString& uid);
 
     std::unique_ptr<Ui::QBQuotesEditorView> mUi;
     QPointer<QBUndoManager> mUndoManager;
@@ -85,6 +95,9 @@ private:
     QString mContentBeforeEditing;
     bool mIsEditing = false;
     bool mEditIsConfirmed = false;
+    bool mEditIsCancelled = false;
+    bool mLeavingForGood = false; // no questions: the program is ending
+    QStringList mUnannouncedRemovals;
     QAction* mConfirmAction = nullptr;
     QAction* mCancelAction = nullptr;
     bool mShowingContent = false; // the text view changes because the quote did

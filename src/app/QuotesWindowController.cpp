@@ -1,40 +1,48 @@
 #include "app/QuotesWindowController.h"
 
 #include "app/EditorAreaViewController.h"
+#include "app/QuoteListKeys.h"
+#include "app/QuoteListPlaceholder.h"
 #include "app/QuoteRowDelegate.h"
+#include "app/QuotesEditorViewController.h"
+#include "app/SignatureFitControl.h"
+#include "app/SignatureStatusBar.h"
+#include "app/SignatureWriteReport.h"
+#include "app/WindowMemory.h"
+#include "helper/NextQuote.h"
 #include "import/BatchImportDialogs.h"
+#include "import/FileDropImport.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "logging/Log.h"
 #include "logging/ULog.h"
 #include "model/Notifications.h"
 #include "model/QuoteEditHelper.h"
 #include "model/QuotesChangeBatch.h"
+#include "model/SignatureState.h"
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SettingsViewController.h"
+#include "signature/SignatureFileChooser.h"
 #include "ui/Alert.h"
 #include "ui/AppearanceHelper.h"
+#include "ui/MessageBar.h"
 #include "ui/ViewInstaller.h"
+#include "util/CommandResults.h"
 #include "util/UndoManager.h"
 #include "util/UserDefaults.h"
+#include "util/UserMessages.h"
 
 #include "ui_QBQuotesWindow.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
 #include <QKeySequence>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStyle>
 #include <QTimer>
-
-namespace {
-
-constexpr int kImportReportDelayMs = 1000;
-// Not a "QBDefaults" key: the window's own layout is no business of the helper process.
-const QString kSplitterStateKey = QStringLiteral("QBQuotesWindowSplitterState");
-
-} // namespace
 
 QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, QWidget* parent)
     : QMainWindow(parent), mUi(std::make_unique<Ui::QBQuotesWindow>()), mUndoManager(undoManager)
@@ -42,23 +50,30 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     mUi->setupUi(this);
     // A small screen (or a large scale factor) gets the whole window, not a clipped one.
     resize(size().boundedTo(screen()->availableSize()));
+    // Failures and the results of commands show above the list and the editor.
+    mUi->centralLayout->insertWidget(0, new QBMessageBar(QBUserMessages::shared(), this));
     mQuotesArrayController = new QBQuotesListModel(&mQuotesSource, this);
     registerForNotifications();
     mEditorArea = new QBEditorAreaViewController(undoManager, mUi->areaPlaceholderView);
-    mEditorArea->setSettingsView(new QBSettingsViewController);
+    mSettingsView = new QBSettingsViewController;
+    mEditorArea->setSettingsView(mSettingsView);
 
     createActions();
     setUpList();
+    setUpSignatureState();
     restoreSplitter();
 
     // Imports ask their questions on this window and are undone with its other edits.
     QBBatchImportDialogs::setParentWindow(this);
     QBQuoteBatchImportHelper::setUndoManager(undoManager);
+    installFileDropImport(this);
     LMViewInstaller::installViewSameSizeAsSuperInto(mEditorArea, mUi->areaPlaceholderView);
     QBAppearanceHelper::setGradientBackground(mUi->areaPlaceholderView);
     refreshWindowTitle();
     mUi->quotesListView->selectionModel()->clearSelection();
     updateCommandStates();
+    QBWindowMemory::restoreGeometry(*this);
+    selectRow(rowOfQuote(QBWindowMemory::selectedQuote()));
 }
 
 QBQuotesWindowController::~QBQuotesWindowController()
@@ -69,6 +84,20 @@ QBQuotesWindowController::~QBQuotesWindowController()
 QListView* QBQuotesWindowController::quotesListView() const
 {
     return mUi->quotesListView;
+}
+
+void QBQuotesWindowController::keepEditAndRememberPlace()
+{
+    mEditorArea->quotesEditorViewController()->keepOpenEdit();
+    QBWindowMemory::rememberGeometry(*this);
+    const std::shared_ptr<QBQuoteValueObject> selected = selectedQuote();
+    QBWindowMemory::rememberSelectedQuote(selected != nullptr ? selected->quoteUID() : QString());
+}
+
+void QBQuotesWindowController::closeEvent(QCloseEvent* event)
+{
+    keepEditAndRememberPlace();
+    QMainWindow::closeEvent(event);
 }
 
 void QBQuotesWindowController::showEvent(QShowEvent* event)
@@ -115,6 +144,9 @@ void QBQuotesWindowController::createActions()
     //% "&Import Quotes…"
     makeAction(mImportAction, "importQuotesAction", qtTrId("CommandImportQuotes"),
                QKeySequence(Qt::CTRL | Qt::Key_I), &QBQuotesWindowController::startBatchImport);
+    //% "E&xport Quotes…"
+    makeAction(mExportAction, "exportQuotesAction", qtTrId("CommandExportQuotes"),
+               QKeySequence(Qt::CTRL | Qt::Key_E), &QBQuotesWindowController::startExport);
     //% "&Settings…"
     makeAction(mSettingsAction, "settingsAction", qtTrId("CommandSettings"),
                QKeySequence(Qt::CTRL | Qt::Key_Comma), &QBQuotesWindowController::switchToSettings);
@@ -122,6 +154,11 @@ void QBQuotesWindowController::createActions()
     //% "&Find Quotes"
     makeAction(mFindAction, "findQuotesAction", qtTrId("CommandFindQuotes"), QKeySequence::Find,
                &QBQuotesWindowController::focusFilterField);
+    // No text field on Linux claims Ctrl+Shift+N, so it works while typing too.
+    //% "&Next Quote Now"
+    makeAction(mNextQuoteAction, "nextQuoteAction", qtTrId("CommandNextQuoteNow"),
+               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
+               &QBQuotesWindowController::nextQuoteNow);
     for (QAction* action : actions()) {
         action->setToolTip(QStringLiteral("%1 (%2)").arg(
             action->iconText(), action->shortcut().toString(QKeySequence::NativeText)));
@@ -160,11 +197,11 @@ void QBQuotesWindowController::installQuotesMenu()
     //% "&Quotes"
     mQuotesMenu = new QMenu(qtTrId("MenuQuotes"), this);
     mQuotesMenu->setObjectName(QStringLiteral("quotesMenu"));
-    mQuotesMenu->addActions({mChooseAction, mEditAction, mFindAction});
+    mQuotesMenu->addActions({mChooseAction, mNextQuoteAction, mEditAction, mFindAction});
     mQuotesMenu->addSeparator();
     mQuotesMenu->addActions({mAddAction, mRemoveAction, mRemoveAllAction});
     mQuotesMenu->addSeparator();
-    mQuotesMenu->addActions({mImportAction, mSettingsAction});
+    mQuotesMenu->addActions({mImportAction, mExportAction, mSettingsAction});
     const QList<QAction*> menus = menuBar()->actions();
     // Before Help, which by custom is the last menu.
     menuBar()->insertMenu(menus.isEmpty() ? nullptr : menus.last(), mQuotesMenu);
@@ -174,7 +211,6 @@ void QBQuotesWindowController::setUpList()
 {
     QListView* list = mUi->quotesListView;
     list->setModel(mQuotesArrayController);
-    list->setItemDelegate(new QBQuoteRowDelegate(list));
     //% "Filter quotes"
     mUi->filterField->setPlaceholderText(qtTrId("QuotesFilterPlaceholder"));
     //% "Filter Quotes"
@@ -185,6 +221,11 @@ void QBQuotesWindowController::setUpList()
         mFindAction->iconText(), mFindAction->shortcut().toString(QKeySequence::NativeText)));
     connect(mUi->filterField, &QLineEdit::textChanged, this,
             &QBQuotesWindowController::setFilterText);
+    mSignatureFit = new QBSignatureFitControl(
+        QBUserDefaults::standardUserDefaults(), mQuotesArrayController,
+        [this](const std::function<void()>& change) { rearrangeKeepingSelection(change); }, this);
+    mUi->listPanelLayout->insertWidget(mUi->listPanelLayout->indexOf(mUi->filterField) + 1,
+                                       mSignatureFit->onlyTooLongCheckBox());
     connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &QBQuotesWindowController::followSelection);
     connect(list, &QListView::doubleClicked, this,
@@ -200,19 +241,37 @@ void QBQuotesWindowController::setUpList()
             &QBQuotesWindowController::arrangedObjectsChanged);
     connect(mQuotesArrayController, &QAbstractItemModel::rowsInserted, this,
             &QBQuotesWindowController::arrangedObjectsChanged);
+    new QBQuoteListKeys(
+        mUi->filterField, list, mEditAction, mRemoveAction,
+        [this] {
+            return mEditorArea->currentEditorView() != mEditorArea->settingsViewController();
+        },
+        this);
+    new QBQuoteListPlaceholder(list, mQuotesArrayController, mAddAction, mImportAction);
+}
+
+void QBQuotesWindowController::setUpSignatureState()
+{
+    mSignatureState = new QBSignatureState(QBUserDefaults::standardUserDefaults(), this);
+    mQuotesArrayController->setCurrentSignatureUID(mSignatureState->currentQuoteUID());
+    connect(mSignatureState, &QBSignatureState::currentQuoteChanged, mQuotesArrayController,
+            &QBQuotesListModel::setCurrentSignatureUID);
+    mUi->quotesListView->setItemDelegate(new QBQuoteRowDelegate(
+        style()->standardIcon(QStyle::SP_DialogApplyButton), mUi->quotesListView));
+    auto* statusBar = new QBSignatureStatusBar(mSignatureState, mNextQuoteAction, this);
+    connect(statusBar, &QBSignatureStatusBar::chooseFileRequested, mSettingsView,
+            &QBSettingsViewController::pathFieldClicked);
+    setStatusBar(statusBar);
+    mSettingsView->setSignatureState(mSignatureState);
 }
 
 void QBQuotesWindowController::restoreSplitter()
 {
-    const QByteArray state =
-        QBUserDefaults::standardUserDefaults().objectForKey(kSplitterStateKey).toByteArray();
-    mSplitterRestored = !state.isEmpty() && mUi->splitter->restoreState(state);
+    mSplitterRestored = QBWindowMemory::restoreSplitter(*mUi->splitter);
     mUi->splitter->setStretchFactor(0, 0);
     mUi->splitter->setStretchFactor(1, 1); // the editor takes what the window gains
-    connect(mUi->splitter, &QSplitter::splitterMoved, this, [this] {
-        QBUserDefaults::standardUserDefaults().setObject(mUi->splitter->saveState(),
-                                                         kSplitterStateKey);
-    });
+    connect(mUi->splitter, &QSplitter::splitterMoved, this,
+            [this] { QBWindowMemory::rememberSplitter(*mUi->splitter); });
 }
 
 void QBQuotesWindowController::registerForNotifications()
@@ -223,8 +282,12 @@ void QBQuotesWindowController::registerForNotifications()
     tracker.observeNotification(QBQuoteRemovedNotification, [this](const QBNotification& n) {
         handleQuoteRemoved(n.userInfo);
     });
-    tracker.observeNotification(QBQuotesModifiedNotification,
-                                [this](const QBNotification&) { rebuildQuotesArray(); });
+    tracker.observeNotification(QBQuotesModifiedNotification, [this](const QBNotification&) {
+        rebuildQuotesArray();
+        // Quotes that come back are seen, whatever the filter says.
+        if (mUndoManager != nullptr && (mUndoManager->isUndoing() || mUndoManager->isRedoing()))
+            mUi->filterField->clear();
+    });
     tracker.observeNotification(QBWriteCurrentQuoteNotification,
                                 [this](const QBNotification&) { handleWriteCurrentQuote(); });
     tracker.observeNotification(
@@ -292,6 +355,7 @@ void QBQuotesWindowController::updateCommandStates()
     mRemoveAction->setEnabled(hasSelection);
     mEditAction->setEnabled(hasSelection);
     mRemoveAllAction->setEnabled(!mQuotesSource.isEmpty());
+    mNextQuoteAction->setEnabled(!mQuotesSource.isEmpty());
 }
 
 void QBQuotesWindowController::refreshWindowTitle()
@@ -310,10 +374,15 @@ void QBQuotesWindowController::handleNewQuoteSelected()
 
 void QBQuotesWindowController::setFilterText(const QString& text)
 {
-    // The selected quote stays selected while it matches.
+    rearrangeKeepingSelection([this, &text] { mQuotesArrayController->setFilterText(text); });
+}
+
+void QBQuotesWindowController::rearrangeKeepingSelection(const std::function<void()>& change)
+{
+    // The selected quote stays selected while it is still shown.
     const std::shared_ptr<QBQuoteValueObject> selected = selectedQuote();
     mRearranging = true;
-    mQuotesArrayController->setFilterText(text);
+    change();
     if (selected != nullptr)
         selectRow(mQuotesArrayController->rowOfObject(selected.get()));
     mRearranging = false;
@@ -335,12 +404,25 @@ void QBQuotesWindowController::rebuildQuotesArray()
     mQuotesSource.rebuildQuotesArray();
 }
 
-void QBQuotesWindowController::selectLastQuoteForEditing()
+int QBQuotesWindowController::rowOfQuote(const QString& quoteUID)
 {
-    const int last = mQuotesArrayController->rowCount() - 1;
-    selectRow(last);
+    if (quoteUID.isEmpty())
+        return -1;
+    const std::shared_ptr<QBQuoteValueObject> quote =
+        mQuotesSource.valueObjectForQuoteUID(quoteUID);
+    return quote != nullptr ? mQuotesArrayController->rowOfObject(quote.get()) : -1;
+}
+
+void QBQuotesWindowController::selectQuoteForEditing(const QString& quoteUID)
+{
+    int row = rowOfQuote(quoteUID);
+    if (row < 0 && !mUi->filterField->text().isEmpty()) {
+        mUi->filterField->clear(); // a quote that comes back is seen, whatever the filter says
+        row = rowOfQuote(quoteUID);
+    }
+    selectRow(row);
     QBNotificationCenter::defaultCenter().post(QBQuoteDoubleClickedNotification,
-                                               mQuotesArrayController->objectAtRow(last).get());
+                                               mQuotesArrayController->objectAtRow(row).get());
 }
 
 void QBQuotesWindowController::finishChangeBatch()
@@ -352,8 +434,8 @@ void QBQuotesWindowController::finishChangeBatch()
     } else if (!mPendingRemovals.empty()) {
         mQuotesArrayController->removeQuotesWithUIDs(std::exchange(mPendingRemovals, {}));
     }
-    if (std::exchange(mSelectLastPending, false))
-        selectLastQuoteForEditing();
+    if (!mQuoteToSelect.isEmpty())
+        selectQuoteForEditing(std::exchange(mQuoteToSelect, {}));
 }
 
 void QBQuotesWindowController::handleQuoteAdded(const QVariantMap& userInfo)
@@ -361,12 +443,13 @@ void QBQuotesWindowController::handleQuoteAdded(const QVariantMap& userInfo)
     logInfoMessage(QStringLiteral("Refresh quotes source for added quote %1")
                        .arg(userInfo.value(QBKeyQuoteUID).toString()));
     rebuildQuotesArray();
+    // The quote that came, new or brought back by an undo or redo.
+    const QString uid = userInfo.value(QBKeyQuoteUID).toString();
     if (QBQuotesChangeBatch::isOpen()) {
-        mSelectLastPending = true;
+        mQuoteToSelect = uid;
         return;
     }
-    // The last row, whichever quote came: the new one, or one whose removal was undone.
-    selectLastQuoteForEditing();
+    selectQuoteForEditing(uid);
 }
 
 void QBQuotesWindowController::handleQuoteRemoved(const QVariantMap& userInfo)
@@ -381,13 +464,9 @@ void QBQuotesWindowController::handleQuoteRemoved(const QVariantMap& userInfo)
 
 void QBQuotesWindowController::handleQuotesImported(const QVariantMap& userInfo)
 {
-    const int count = userInfo.value(QBKeyImportedQuotesCount).toInt();
-    QTimer::singleShot(kImportReportDelayMs, this, [count] {
-        //% "Quotes Imported"
-        QBAlert::shared().infoWithTitle(qtTrId("QuotesSuccessfullyImportedTitle"),
-                                        //% "%n quote(s) were added to your collection."
-                                        qtTrId("QuotesImported", count));
-    });
+    // The import itself reports what it did in the message bar.
+    logInfoMessage(
+        QStringLiteral("%1 quotes imported").arg(userInfo.value(QBKeyImportedQuotesCount).toInt()));
     rebuildQuotesArray();
 }
 
@@ -400,30 +479,78 @@ void QBQuotesWindowController::chooseQuote()
     if (!QBUserDefaults::standardUserDefaults()
              .stringForKey(QBDefaultsSignatureOutputPath)
              .isEmpty()) {
-        QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(quote->content());
+        QBSignatureWriteReport::write(quote->content());
         return;
     }
-    //% "No Output File Specified"
-    QBAlert::shared().infoWithTitle(qtTrId("NoOutputFileSpecified"),
-                                    //% "Please specify an output file"
-                                    qtTrId("PleaseSpecifyOutputFile"));
+    // No file yet: choosing one writes the selected quote into it.
+    QBSignatureFileChooser::chooseAndUseFile();
 }
 
 void QBQuotesWindowController::handleWriteCurrentQuote()
 {
     const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote();
     const QString content = quote != nullptr ? quote->content() : QStringLiteral("...");
-    if (!QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(content)) {
+    if (!QBSignatureWriteReport::write(content, quote != nullptr)) {
         logWarningMessage(
             QStringLiteral("Failed to write current quote - bookmark may be invalid"));
         chooseQuote();
     }
 }
 
+void QBQuotesWindowController::nextQuoteNow()
+{
+    logInfoMessage(QStringLiteral("Putting the next quote into the signature file"));
+    if (QBUserDefaults::standardUserDefaults()
+            .stringForKey(QBDefaultsSignatureOutputPath)
+            .isEmpty()) {
+        //% "Choose a signature file first."
+        QBUserMessages::shared().show(
+            {QBUserMessage::Kind::Warning, qtTrId("NextQuoteNoSignatureFile"),
+             qtTrId("StatusBarChooseSignatureFile"), [this] { mSettingsView->pathFieldClicked(); },
+             QStringLiteral("nextQuote")});
+        return;
+    }
+    const QBNextQuoteResult result = writeNextQuote();
+    QBCurrentSignatureFileHelper::logMessages(result.messages);
+    if (!result.uid.isEmpty())
+        selectQuoteWithUID(result.uid);
+    if (!result.written) {
+        const QString reason = result.messages.empty() ? QString() : result.messages.front().second;
+        //% "The next quote could not be put into the signature file: %1"
+        QBUserMessages::shared().show({QBUserMessage::Kind::Error,
+                                       qtTrId("NextQuoteNotWritten").arg(reason),
+                                       QString(),
+                                       {},
+                                       QStringLiteral("nextQuote")});
+        return;
+    }
+    QBUserMessages::shared().dismiss(QStringLiteral("nextQuote"));
+    mSignatureState->refresh(); // the mark moves now, not at the folder's notice
+}
+
+void QBQuotesWindowController::selectQuoteWithUID(const QString& quoteUID)
+{
+    const std::shared_ptr<QBQuoteValueObject> quote =
+        mQuotesSource.valueObjectForQuoteUID(quoteUID);
+    if (quote == nullptr)
+        return;
+    if (mQuotesArrayController->rowOfObject(quote.get()) < 0)
+        mUi->filterField->clear();
+    selectRow(mQuotesArrayController->rowOfObject(quote.get()));
+}
+
 void QBQuotesWindowController::startBatchImport()
 {
     logInfoMessage(QStringLiteral("Launching batch import"));
     QBQuoteBatchImportHelper::importFromTextFile();
+}
+
+void QBQuotesWindowController::startExport()
+{
+    std::vector<CQuoteRecord> selection;
+    if (const std::shared_ptr<QBQuoteValueObject> quote = selectedQuote())
+        selection.emplace_back(quote->content().toStdString(), quote->quoteUID().toStdString());
+    QBQuoteBatchImportHelper::exportFromWindow(std::move(selection));
 }
 
 void QBQuotesWindowController::addQuote()
@@ -440,15 +567,44 @@ void QBQuotesWindowController::removeCurrentQuote()
     if (quote == nullptr)
         return;
     logInfoMessage(QStringLiteral("Removing selected quote '%1'").arg(quote->quoteUID()));
+    const QString excerpt = quote->content().simplified();
     QBQuoteEditHelper::removeQuote(quote->quoteUID(), mUndoManager, true);
+    //% "Removed “%1”"
+    QBCommandResults::reportUndoable(
+        qtTrId("QuoteRemovedResult")
+            .arg(excerpt.size() > 40 ? excerpt.left(39) + QChar(0x2026) : excerpt),
+        mUndoManager);
 }
 
 void QBQuotesWindowController::removeAllQuotes()
 {
+    const int count = static_cast<int>(mQuotesSource.count());
+    if (count <= 1) {
+        removeAllQuotesNow();
+        return;
+    }
+    QPointer<QBQuotesWindowController> window(this);
+    QBAlert::shared().showYesNoAlertWithLocalizedTitle(
+        //% "Remove all %n quote(s)?"
+        qtTrId("RemoveAllQuestionTitle", count),
+        //% "Edit ▸ Undo brings them back."
+        qtTrId("RemoveAllQuestionMessage"), QBAlert::Warning,
+        [window] {
+            if (window)
+                window->removeAllQuotesNow();
+        },
+        {});
+}
+
+void QBQuotesWindowController::removeAllQuotesNow()
+{
     mUi->filterField->clear();
+    const int count = static_cast<int>(mQuotesSource.count());
     logInfoMessage(
         QStringLiteral("Removing all %1 quotes").arg(mQuotesArrayController->rowCount()));
     QBQuoteEditHelper::removeAllQuotesWithUndoManager(mUndoManager);
+    //% "Removed all %n quote(s)"
+    QBCommandResults::reportUndoable(qtTrId("RemovedAllResult", count), mUndoManager);
 }
 
 void QBQuotesWindowController::switchToSettings()

@@ -1,15 +1,28 @@
 #include "app/SingleInstance.h"
 
 #include <QDeadlineTimer>
+#include <QFileInfo>
 #include <QLocalSocket>
 #include <QStandardPaths>
 #include <QThread>
+#include <QUrl>
 
 #include <cstdio>
 
 namespace {
 const QByteArray kActivateRequest = "activate\n";
+// "import", the separator and each file's URL, percent-encoded, separated by tabs.
+const QByteArray kImportRequest = "import";
+const QByteArray kImportRequestStart = "import\t";
 const QByteArray kActivateReply = "ok\n";
+
+QByteArray importRequest(const QStringList& files, const QString& separator)
+{
+    QByteArrayList fields{kImportRequest, separator.toUtf8().toPercentEncoding()};
+    for (const QString& file : files)
+        fields << QUrl::fromLocalFile(QFileInfo(file).absoluteFilePath()).toEncoded();
+    return fields.join('\t') + '\n';
+}
 } // namespace
 
 QBSingleInstance::QBSingleInstance(const QString& name, QObject* parent)
@@ -27,7 +40,8 @@ QString QBSingleInstance::runtimeFolder()
     return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
 }
 
-std::optional<int> QBSingleInstance::start(int timeoutMs)
+std::optional<int> QBSingleInstance::start(int timeoutMs, const QStringList& filesToImport,
+                                           const QString& separator)
 {
     if (m_lock.tryLock(0)) {
         listen();
@@ -39,7 +53,13 @@ std::optional<int> QBSingleInstance::start(int timeoutMs)
                      qPrintable(m_lockPath));
         return std::nullopt;
     }
-    if (askRunningInstanceToActivate(timeoutMs)) {
+    if (!filesToImport.isEmpty() &&
+        askRunningInstanceToImport(filesToImport, separator, timeoutMs)) {
+        //% "Quillbox2 is already running; it imports the files."
+        std::fprintf(stdout, "%s\n", qtTrId("AlreadyRunningImports").toLocal8Bit().data());
+        return 0;
+    }
+    if (filesToImport.isEmpty() && ask(kActivateRequest, timeoutMs)) {
         //% "Quillbox2 is already running; its window has been brought to the front."
         std::fprintf(stdout, "%s\n", qtTrId("AlreadyRunningBroughtToFront").toLocal8Bit().data());
         return 0;
@@ -70,10 +90,11 @@ void QBSingleInstance::answer()
             if (!socket->canReadLine()) {
                 return;
             }
-            if (socket->readLine() == kActivateRequest) {
+            const QByteArray request = socket->readLine();
+            if (request == kActivateRequest || request.startsWith(kImportRequestStart)) {
                 socket->write(kActivateReply);
                 socket->flush();
-                emit activationRequested();
+                handleRequest(request);
             }
             socket->disconnectFromServer();
         };
@@ -82,7 +103,30 @@ void QBSingleInstance::answer()
     }
 }
 
-bool QBSingleInstance::askRunningInstanceToActivate(int timeoutMs)
+void QBSingleInstance::handleRequest(const QByteArray& request)
+{
+    if (request == kActivateRequest) {
+        emit activationRequested();
+        return;
+    }
+    const QByteArrayList fields = request.trimmed().split('\t');
+    QStringList files;
+    for (const QByteArray& field : fields.mid(2)) {
+        const QUrl url = QUrl::fromEncoded(field);
+        if (url.isLocalFile())
+            files << url.toLocalFile();
+    }
+    emit importRequested(files,
+                         QString::fromUtf8(QByteArray::fromPercentEncoding(fields.value(1))));
+}
+
+bool QBSingleInstance::askRunningInstanceToImport(const QStringList& files,
+                                                  const QString& separator, int timeoutMs)
+{
+    return ask(importRequest(files, separator), timeoutMs);
+}
+
+bool QBSingleInstance::ask(const QByteArray& request, int timeoutMs)
 {
     const QDeadlineTimer deadline(timeoutMs);
     QLocalSocket socket;
@@ -97,7 +141,7 @@ bool QBSingleInstance::askRunningInstanceToActivate(int timeoutMs)
     if (socket.state() != QLocalSocket::ConnectedState) {
         return false;
     }
-    socket.write(kActivateRequest);
+    socket.write(request);
     if (!socket.waitForBytesWritten(static_cast<int>(deadline.remainingTime()))) {
         return false;
     }

@@ -12,8 +12,9 @@
 int main(int argc, char* argv[])
 {
     makeProcessSafe();
-    if (const std::optional<int> exitCode = handleCommandLine(argc, argv)) {
-        return *exitCode;
+    const QBLaunchRequest request = handleCommandLine(argc, argv);
+    if (request.exitCode) {
+        return *request.exitCode;
     }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QString::fromUtf8(qbidentity::kProcessName));
@@ -27,13 +28,15 @@ int main(int argc, char* argv[])
     installTranslations();
 
     QBSingleInstance singleInstance(QString::fromUtf8(qbidentity::kBundleIdentifier));
-    if (const std::optional<int> exitCode = singleInstance.start()) {
+    if (const std::optional<int> exitCode = singleInstance.start(5000, request.filesToImport)) {
         return *exitCode;
     }
 
     QBAppDelegate delegate;
     QObject::connect(&singleInstance, &QBSingleInstance::activationRequested, &delegate,
                      &QBAppDelegate::bringWindowToFront);
+    QObject::connect(&singleInstance, &QBSingleInstance::importRequested, &delegate,
+                     &QBAppDelegate::importFiles);
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &delegate,
                      &QBAppDelegate::applicationWillTerminate);
     QBUnixSignalWatcher signalWatcher;
@@ -41,5 +44,8 @@ int main(int argc, char* argv[])
                      &QCoreApplication::quit);
 
     delegate.applicationDidFinishLaunching();
+    if (!request.filesToImport.isEmpty()) {
+        delegate.importFiles(request.filesToImport, {});
+    }
     return QApplication::exec();
 }

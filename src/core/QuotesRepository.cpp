@@ -99,6 +99,7 @@ bool CQuotesRepository::loadQuotes()
     mKnownIdentity.reset();
     mSaveRefusal.reset();
     mSaveRefusalReported = false;
+    mDamagedCopyPath.clear();
     if (const int removed = removeStaleTemporaryFiles(mFilePath)) {
         logInfo("Removed %d unfinished save files of '%s'", removed, mFilePath.c_str());
     }
@@ -140,7 +141,12 @@ bool CQuotesRepository::saveQuotes()
         const std::string reason = currentExceptionReason();
         logWarningMessage("Failed to write quotes to disk");
         logWarning("Writing the quotes database failed: %s", reason.c_str());
+        if (mSaveResultObserver)
+            mSaveResultObserver(reason);
+        return true;
     }
+    if (mSaveResultObserver)
+        mSaveResultObserver({});
     return true;
 }
 
@@ -149,6 +155,8 @@ bool CQuotesRepository::keepCopyOfDamagedDatabase()
     try {
         const std::optional<QBKeptCopy> copy =
             keepCopyOfFile(mFilePath, "damaged", kMaxDamagedCopies);
+        if (copy)
+            mDamagedCopyPath = copy->path;
         if (copy && copy->alreadyKept) {
             logInfo("A copy of the damaged quotes database is already kept at '%s'",
                     copy->path.c_str());
@@ -185,6 +193,9 @@ void CQuotesRepository::keepVersionOfOtherWriter(const std::string& target)
         logWarning("Another program changed the quotes database since it was read; kept its "
                    "version at '%s'",
                    copy->path.c_str());
+        if (mConflictCopyObserver) {
+            mConflictCopyObserver(copy->path);
+        }
     }
 }
 

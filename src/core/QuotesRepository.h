@@ -31,6 +31,13 @@ public:
     // program replaced the file since it was loaded or saved, its version is first kept
     // as a copy. Always true.
     bool saveQuotes();
+    // Told after every save with the reason it failed, or an empty text when it worked.
+    void setSaveResultObserver(std::function<void(const std::string&)> observer)
+    {
+        mSaveResultObserver = std::move(observer);
+    }
+    // Where the last load kept a copy of the file it could not read; empty when it read it.
+    const std::string& damagedCopyPath() const { return mDamagedCopyPath; }
     // Whether saving is refused because the file failed to load and no copy was kept.
     bool isSavingRefused() const { return mSaveRefusal.has_value(); }
     // Told once per load, at the first refused save, with the path and the reason.
@@ -38,6 +45,12 @@ public:
     setSaveRefusedObserver(std::function<void(const std::string&, const std::string&)> observer)
     {
         mSaveRefusedObserver = std::move(observer);
+    }
+
+    // Told at every save that kept another program's version, with the copy's path.
+    void setConflictCopyObserver(std::function<void(const std::string&)> observer)
+    {
+        mConflictCopyObserver = std::move(observer);
     }
 
     // Appends an empty record with a fresh identifier; valid until the next change.
@@ -69,6 +82,9 @@ private:
     std::optional<std::string> mSaveRefusal;
     bool mSaveRefusalReported = false;
     std::function<void(const std::string&, const std::string&)> mSaveRefusedObserver;
+    std::function<void(const std::string&)> mSaveResultObserver;
+    std::string mDamagedCopyPath;
+    std::function<void(const std::string&)> mConflictCopyObserver;
 };
 
 // Replaces the file at |path| crash-safely with the database document of |records|

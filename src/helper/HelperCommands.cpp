@@ -3,6 +3,7 @@
 #include "core/AppIdentity.h"
 #include "core/FolderHelper.h"
 #include "core/QuotesDBHelper.h"
+#include "helper/NextQuote.h"
 #include "helper/QuoteSource.h"
 #include "helper/SignatureRotator.h"
 #include "logging/Log.h"
@@ -20,6 +21,22 @@
 #include <unistd.h>
 
 namespace {
+
+// Standard output belongs to the quote: log lines go to standard error, and the
+// returned descriptor is where the quote is written.
+int reserveStandardOutputForQuote()
+{
+    const int quoteOutput = ::dup(STDOUT_FILENO);
+    ::dup2(STDERR_FILENO, STDOUT_FILENO);
+    return quoteOutput;
+}
+
+bool writeQuoteTo(int output, const QByteArray& bytes)
+{
+    QFile file;
+    return file.open(output, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle) &&
+           file.write(bytes) == bytes.size() && file.flush();
+}
 
 QString helperLogFilePath()
 {
@@ -80,22 +97,25 @@ int qbhelper::runRotation()
 
 int qbhelper::printNextQuote()
 {
-    // Standard output is the signature here; every log line goes to standard error.
-    const int quoteOutput = ::dup(STDOUT_FILENO);
-    ::dup2(STDERR_FILENO, STDOUT_FILENO);
+    const int quoteOutput = reserveStandardOutputForQuote();
 
-    const QBHelperQuoteSource::Pick pick =
-        QBHelperQuoteSource::nextQuote(QBHelperQuoteSource::Access::Mapped);
-    if (!pick.content) {
-        logWarningMessage(pick.problem.isEmpty() ? QStringLiteral("No quote to print")
-                                                 : pick.problem);
+    const QBHelperQuoteSource::Signature signature = QBHelperQuoteSource::nextSignature(
+        QBHelperQuoteSource::Access::Mapped, QBHelperQuoteSource::Output::StandardOutput);
+    if (!signature.problem.isEmpty()) {
+        logWarningMessage(signature.problem);
         return 1;
     }
-    const QByteArray bytes =
-        QBCurrentSignatureFileHelper::signatureBytes(QString::fromStdString(*pick.content));
-    QFile output;
-    const bool written =
-        output.open(quoteOutput, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle) &&
-        output.write(bytes) == bytes.size() && output.flush();
-    return written ? 0 : 1;
+    return writeQuoteTo(quoteOutput, signature.bytes) ? 0 : 1;
+}
+
+int qbhelper::writeNextQuoteAndPrint()
+{
+    const int quoteOutput = reserveStandardOutputForQuote();
+    const QBNextQuoteResult result = writeNextQuote();
+    QBCurrentSignatureFileHelper::logMessages(result.messages);
+    if (!result.written) {
+        ::close(quoteOutput);
+        return 1;
+    }
+    return writeQuoteTo(quoteOutput, result.bytes) ? 0 : 1;
 }

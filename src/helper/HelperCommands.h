@@ -11,4 +11,8 @@ int runRotation();
 // command for every message); log lines go to standard error meanwhile.
 int printNextQuote();
 
+// Writes the next quote of the cycle into the signature file and prints it (for a desktop
+// keyboard shortcut or a terminal); log lines go to standard error.
+int writeNextQuoteAndPrint();
+
 } // namespace qbhelper

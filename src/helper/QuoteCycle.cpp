@@ -1,15 +1,17 @@
 #include "helper/QuoteCycle.h"
 
 #include "logging/ULog.h"
+#include "util/RegularFile.h"
 
 #include <QFile>
 #include <QRandomGenerator>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <chrono>
 #include <cstdint>
-#include <functional>
-#include <random>
+#include <optional>
 #include <thread>
 
 #include <cerrno>
@@ -70,15 +72,8 @@ bool writeAll(int descriptor, std::string_view bytes)
     return true;
 }
 
-constexpr std::size_t kWriteChunkBytes = 64 * 1024;
-
 void appendEscapedLine(std::string& text, std::string_view uid)
 {
-    if (std::none_of(uid.cbegin(), uid.cend(), [](char c) { return c == '\\' || c == '\n'; })) {
-        text.append(uid);
-        text += '\n';
-        return;
-    }
     for (const char character : uid) {
         if (character == '\\') {
             text += "\\\\";
@@ -106,27 +101,19 @@ std::string unescapedLine(std::string_view line)
     return uid;
 }
 
-// Puts |added| among the items of |list| at random places, keeping the order of the
-// items already there: the same result as inserting them one by one at random
-// positions, in one pass instead of one shift of the list per item.
-void insertAtRandomPlaces(std::vector<std::string_view>& list, std::vector<std::string_view> added,
-                          QRandomGenerator& random)
+constexpr std::string_view kStateHeader = "quillbox2-cycle 2";
+
+std::string hexText(std::uint64_t value)
 {
-    if (added.empty()) {
-        return;
-    }
-    std::shuffle(added.begin(), added.end(), random);
-    std::vector<char> slotIsNew(list.size() + added.size(), 0);
-    std::fill_n(slotIsNew.begin(), added.size(), 1);
-    std::shuffle(slotIsNew.begin(), slotIsNew.end(), random);
-    std::vector<std::string_view> merged;
-    merged.reserve(slotIsNew.size());
-    auto old = list.cbegin();
-    auto fresh = added.cbegin();
-    for (const char isNew : slotIsNew) {
-        merged.push_back(isNew ? *fresh++ : *old++);
-    }
-    list = std::move(merged);
+    std::array<char, 16> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, 16).ptr;
+    return std::string(digits.data(), end);
+}
+
+bool parseHex(std::string_view text, std::uint64_t& value)
+{
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, 16);
+    return error == std::errc() && end == text.data() + text.size() && !text.empty();
 }
 
 } // namespace
@@ -135,147 +122,206 @@ QBQuoteCycle::QBQuoteCycle(const QString& statePath)
     : mStatePath(statePath), mEncodedStatePath(QFile::encodeName(statePath))
 {}
 
-std::string QBQuoteCycle::advance(State& state, const std::vector<std::string_view>& uids)
+std::uint64_t QBQuoteCycle::orderHash(std::uint64_t key, std::string_view uid)
 {
-    // Sorted by hash, the collection answers "is it still there" by binary search on
-    // numbers, without building a hash table, and marks what the state already holds:
-    // the rest is new. Entries are eight bytes, so ten thousand touch few memory pages.
-    struct Entry
-    {
-        std::uint32_t hash;
-        std::uint32_t index; // into |uids|
-    };
-    const auto hashOf = [](std::string_view uid) {
-        return static_cast<std::uint32_t>(std::hash<std::string_view>()(uid));
-    };
-    const auto before = [&uids](const Entry& left, std::uint32_t hash, std::string_view uid) {
-        return left.hash != hash ? left.hash < hash : uids[left.index] < uid;
-    };
-    std::vector<Entry> collection;
-    collection.reserve(uids.size());
-    for (std::uint32_t index = 0; index < uids.size(); ++index) {
-        collection.push_back({hashOf(uids[index]), index});
+    // FNV-1a from the key, then the SplitMix64 finaliser: cheap, and every bit of the
+    // key and the UID reaches every bit of the result, so each key is another shuffle.
+    std::uint64_t hash = 0xcbf29ce484222325ULL ^ key;
+    for (const char character : uid) {
+        hash = (hash ^ static_cast<unsigned char>(character)) * 0x100000001b3ULL;
     }
-    std::sort(collection.begin(), collection.end(), [&](const Entry& left, const Entry& right) {
-        return before(left, right.hash, uids[right.index]);
-    });
-    collection.erase(std::unique(collection.begin(), collection.end(),
-                                 [&uids](const Entry& left, const Entry& right) {
-                                     return left.hash == right.hash &&
-                                            uids[left.index] == uids[right.index];
-                                 }),
-                     collection.end());
-    std::vector<char> inState(collection.size(), 0);
-    const auto isGoneOrRepeated = [&](std::string_view uid) {
-        const std::uint32_t hash = hashOf(uid);
-        const auto found = std::lower_bound(collection.cbegin(), collection.cend(), uid,
-                                            [&](const Entry& entry, std::string_view wanted) {
-                                                return before(entry, hash, wanted);
-                                            });
-        if (found == collection.cend() || found->hash != hash || uids[found->index] != uid) {
-            return true;
-        }
-        char& mark = inState[static_cast<std::size_t>(found - collection.cbegin())];
-        const bool repeated = mark != 0;
-        mark = 1;
-        return repeated;
-    };
-    std::erase_if(state.remaining, isGoneOrRepeated);
-    std::erase_if(state.shown, isGoneOrRepeated);
-    std::vector<std::string_view> added;
-    for (std::size_t index = 0; index < collection.size(); ++index) {
-        if (inState[index] == 0) {
-            added.push_back(uids[collection[index].index]);
-        }
-    }
-    QRandomGenerator& random = *QRandomGenerator::global();
-    insertAtRandomPlaces(state.remaining, std::move(added), random);
-
-    if (state.remaining.empty()) {
-        if (collection.empty()) {
-            return std::string();
-        }
-        // Nothing was added, so the new round is the quotes shown in this one.
-        const std::string_view last = state.shown.back();
-        state.remaining.swap(state.shown);
-        std::shuffle(state.remaining.begin(), state.remaining.end(), random);
-        // The new round does not open with the quote that closed the last one.
-        const std::size_t size = state.remaining.size();
-        if (size > 1 && state.remaining.front() == last) {
-            std::swap(state.remaining.front(),
-                      state.remaining[1 + random.bounded(static_cast<quint32>(size - 1))]);
-        }
-    }
-    const std::string_view uid = state.remaining.front();
-    state.remaining.erase(state.remaining.begin());
-    state.shown.push_back(uid);
-    return std::string(uid);
+    hash ^= key;
+    hash = (hash ^ (hash >> 30)) * 0xbf58476d1ce4e5b9ULL;
+    hash = (hash ^ (hash >> 27)) * 0x94d049bb133111ebULL;
+    return hash ^ (hash >> 31);
 }
 
-bool QBQuoteCycle::serialize(const State& state, const std::function<bool(std::string_view)>& write)
+namespace {
+
+// An order held in memory: the collection's positions sorted by place.
+class SortedOrder : public QBQuoteCycle::Order
 {
-    std::string chunk;
-    chunk.reserve(kWriteChunkBytes + 256);
-    const auto flushed = [&chunk, &write](std::size_t threshold) {
-        if (chunk.size() < threshold) {
-            return true;
+public:
+    SortedOrder(std::uint64_t key, const std::vector<std::string_view>& uids) : mUids(uids)
+    {
+        mEntries.reserve(uids.size());
+        for (std::size_t index = 0; index < uids.size(); ++index) {
+            mEntries.push_back({QBQuoteCycle::orderHash(key, uids[index]), index});
         }
-        const bool written = write(chunk);
-        chunk.clear();
-        return written;
+        std::sort(mEntries.begin(), mEntries.end(), [&uids](const Entry& left, const Entry& right) {
+            return left.hash != right.hash ? left.hash < right.hash
+                                           : uids[left.index] < uids[right.index];
+        });
+    }
+    std::size_t size() const override { return mEntries.size(); }
+    std::uint64_t hashAt(std::size_t position) const override { return mEntries[position].hash; }
+    std::string_view uidAt(std::size_t position) const override
+    {
+        return mUids[mEntries[position].index];
+    }
+    std::size_t indexAt(std::size_t position) const override { return mEntries[position].index; }
+
+private:
+    struct Entry
+    {
+        std::uint64_t hash;
+        std::size_t index;
     };
-    for (const std::string_view uid : state.remaining) {
-        appendEscapedLine(chunk, uid);
-        if (!flushed(kWriteChunkBytes)) {
-            return false;
+    const std::vector<std::string_view>& mUids;
+    std::vector<Entry> mEntries;
+};
+
+// The first position of |order| after the place (|hash|, |uid|).
+std::size_t firstPositionAfter(const QBQuoteCycle::Order& order, std::uint64_t hash,
+                               std::string_view uid)
+{
+    std::size_t low = 0;
+    std::size_t high = order.size();
+    while (low < high) {
+        const std::size_t middle = low + (high - low) / 2;
+        const std::uint64_t middleHash = order.hashAt(middle);
+        const bool after = middleHash != hash ? middleHash > hash : order.uidAt(middle) > uid;
+        if (after) {
+            high = middle;
+        } else {
+            low = middle + 1;
         }
     }
-    chunk += '\n';
-    for (const std::string_view uid : state.shown) {
-        appendEscapedLine(chunk, uid);
-        if (!flushed(kWriteChunkBytes)) {
-            return false;
+    return low;
+}
+
+void startRound(QBQuoteCycle::State& state, const QBQuoteCycle::OrderForKey& orderFor)
+{
+    if (!state.cursorUid.empty()) {
+        state.previousRoundLast = state.cursorUid;
+    }
+    QRandomGenerator& random = *QRandomGenerator::global();
+    // The new round does not open with the quote that closed the last one: another key
+    // is drawn while it would (at two quotes, 64 draws fail once in 2^64). Sorted by
+    // place, the first and last UIDs differ exactly when the collection has two.
+    for (int draw = 0; draw < 64; ++draw) {
+        state.key = random.generate64() | 1; // never 0, which means "no round yet"
+        const QBQuoteCycle::Order& order = orderFor(state.key);
+        if (order.size() < 2 || order.uidAt(0) == order.uidAt(order.size() - 1) ||
+            order.uidAt(0) != state.previousRoundLast) {
+            break;
         }
     }
-    return flushed(1);
+    state.cursor = 0;
+    state.cursorUid.clear();
+}
+
+} // namespace
+
+std::unique_ptr<QBQuoteCycle::Order>
+QBQuoteCycle::sortedOrder(std::uint64_t key, const std::vector<std::string_view>& uids)
+{
+    return std::make_unique<SortedOrder>(key, uids);
+}
+
+QBQuoteCycle::OrderForKey QBQuoteCycle::sortedOrders(const std::vector<std::string_view>& uids)
+{
+    // The last order made is kept: a step asks again for the key it has just drawn.
+    auto last = std::make_shared<std::pair<std::uint64_t, std::unique_ptr<Order>>>();
+    return [last, &uids](std::uint64_t key) -> const Order& {
+        if (!last->second || last->first != key) {
+            *last = {key, sortedOrder(key, uids)};
+        }
+        return *last->second;
+    };
+}
+
+std::string QBQuoteCycle::advance(State& state, const std::vector<std::string_view>& uids,
+                                  const Acceptance& accept)
+{
+    return advance(state, sortedOrders(uids), accept);
+}
+
+std::string QBQuoteCycle::advance(State& state, const OrderForKey& orderFor,
+                                  const Acceptance& accept, std::size_t* chosenIndex)
+{
+    if (state.key == 0) {
+        startRound(state, orderFor);
+    }
+    // The rest of this round, then (when nothing in it is taken) all of a new one.
+    for (int round = 0; round < 2; ++round) {
+        if (round == 1) {
+            startRound(state, orderFor);
+        }
+        const Order& order = orderFor(state.key);
+        if (order.size() == 0) {
+            return std::string();
+        }
+        std::size_t position =
+            state.cursorUid.empty() ? 0 : firstPositionAfter(order, state.cursor, state.cursorUid);
+        for (; position < order.size(); ++position) {
+            const std::uint64_t hash = order.hashAt(position);
+            const std::string_view uid = order.uidAt(position);
+            if (hash == state.cursor && uid == state.cursorUid) {
+                continue; // the same UID twice in the collection
+            }
+            state.cursor = hash;
+            state.cursorUid = std::string(uid);
+            // A refused quote counts as shown: it is passed over for this round.
+            if (!accept || accept(order.indexAt(position))) {
+                if (chosenIndex != nullptr) {
+                    *chosenIndex = order.indexAt(position);
+                }
+                return state.cursorUid;
+            }
+        }
+    }
+    return std::string();
+}
+
+std::string QBQuoteCycle::serialize(const State& state)
+{
+    std::string text(kStateHeader);
+    text += '\n';
+    text += hexText(state.key) + '\n' + hexText(state.cursor) + '\n';
+    appendEscapedLine(text, state.cursorUid);
+    appendEscapedLine(text, state.previousRoundLast);
+    return text;
 }
 
 QBQuoteCycle::State QBQuoteCycle::parse(std::string_view text)
 {
-    State state;
-    state.remaining.reserve(static_cast<std::size_t>(std::count(text.cbegin(), text.cend(), '\n')));
-    std::vector<std::string_view>* list = &state.remaining;
-    bool separated = false;
-    while (!text.empty()) {
+    std::vector<std::string_view> lines;
+    while (!text.empty() && lines.size() < 6) {
         const std::size_t end = std::min(text.find('\n'), text.size());
-        const std::string_view line = text.substr(0, end);
+        lines.push_back(text.substr(0, end));
         text.remove_prefix(std::min(end + 1, text.size()));
-        if (line.empty() && !separated) {
-            separated = true;
-            state.shown.reserve(state.remaining.capacity() - state.remaining.size());
-            list = &state.shown;
-        } else if (line.find('\\') == std::string_view::npos) {
-            list->push_back(line);
-        } else {
-            list->push_back(state.storage.emplace_back(unescapedLine(line)));
-        }
     }
-    return separated ? std::move(state) : State();
+    State state;
+    if (lines.size() != 5 || lines[0] != kStateHeader || !parseHex(lines[1], state.key) ||
+        !parseHex(lines[2], state.cursor)) {
+        return State();
+    }
+    state.cursorUid = unescapedLine(lines[3]);
+    state.previousRoundLast = unescapedLine(lines[4]);
+    return state;
 }
 
-std::string QBQuoteCycle::next(const std::vector<std::string_view>& uids)
+std::string QBQuoteCycle::next(const std::vector<std::string_view>& uids, const Acceptance& accept,
+                               std::size_t* chosenIndex)
+{
+    return next(sortedOrders(uids), accept, chosenIndex);
+}
+
+std::string QBQuoteCycle::next(const OrderForKey& orderFor, const Acceptance& accept,
+                               std::size_t* chosenIndex)
 {
     // Without the lock the step still happens; at worst a quote comes twice in a round.
     const ExclusiveFileLock lock(mEncodedStatePath + ".lock");
-    // Mapped rather than read: the state's views point into the file's pages.
-    QFile file(mStatePath);
-    const uchar* bytes = file.open(QIODevice::ReadOnly) && file.size() > 0
-                             ? file.map(0, file.size(), QFileDevice::MapPrivateOption)
-                             : nullptr;
-    State state = bytes ? parse(std::string_view(reinterpret_cast<const char*>(bytes),
-                                                 static_cast<std::size_t>(file.size())))
-                        : State();
-    std::string uid = advance(state, uids);
+    // Opened without blocking and checked to be a regular file: a FIFO at this path
+    // would otherwise hold a mail client's --print for ever.
+    QFile file;
+    QString error;
+    State state = openRegularFileForReading(file, mStatePath, error)
+                      ? parse(file.read(4096).toStdString())
+                      : State();
+    file.close();
+    std::string uid = advance(state, orderFor, accept, chosenIndex);
     save(state);
     return uid;
 }
@@ -287,9 +333,7 @@ void QBQuoteCycle::save(const State& state) const
     // creates the file for the owner only: which quotes the user has seen is theirs.
     QByteArray temporaryPath = mEncodedStatePath + ".XXXXXX";
     const int descriptor = ::mkostemp(temporaryPath.data(), O_CLOEXEC);
-    bool saved = descriptor >= 0 && serialize(state, [descriptor](std::string_view bytes) {
-                     return writeAll(descriptor, bytes);
-                 });
+    bool saved = descriptor >= 0 && writeAll(descriptor, serialize(state));
     int error = errno;
     if (descriptor >= 0) {
         if (::close(descriptor) != 0 && saved) {

@@ -4,13 +4,20 @@
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
 #include "helper/QuoteCycle.h"
+#include "helper/QuoteOrderFile.h"
+#include "signature/SharedUserDefaults.h"
+
+#include "util/RegularFile.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
+#include <cerrno>
 #include <exception>
+#include <functional>
+#include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -20,42 +27,118 @@ QString noQuotesProblem(const QString& shownPath)
     return QStringLiteral("The quotes database '%1' holds no quotes").arg(shownPath);
 }
 
+QString nothingFitsProblem(std::size_t quoteCount, const QBSignatureSettings& settings)
+{
+    return QStringLiteral("None of the %1 quotes fits in the signature's %2 lines; nothing "
+                          "was written")
+        .arg(QString::number(quoteCount), QString::number(settings.maxLines));
+}
+
+// The cycle's step, taking only quotes whose text (by index) fits; |chosenIndex|
+// receives the index of the quote taken.
+std::string nextFitting(const QBQuoteCycle::OrderForKey& orderFor,
+                        const QBSignatureSettings& settings,
+                        const std::function<QString(std::size_t)>& textAt,
+                        std::size_t* chosenIndex = nullptr)
+{
+    QBQuoteCycle cycle(QBHelperQuoteSource::cycleStatePath());
+    if (settings.maxLines <= 0) {
+        return cycle.next(orderFor, {}, chosenIndex);
+    }
+    return cycle.next(
+        orderFor,
+        [&](std::size_t index) { return QBSignatureComposer::fits(textAt(index), settings); },
+        chosenIndex);
+}
+
 // The quick way: a file of the usual shape, read without copying and decoding only the
 // chosen quote. Nothing when the file has another shape or is damaged, or when the full
 // reader would change a UID (it replaces an empty one; an escaped one would need decoding).
+// With the database's |identity|, the round's order is kept in a file (QBQuoteOrderFile),
+// and while neither the database nor the round changes the document is not scanned.
 std::optional<QBHelperQuoteSource::Pick> pickInPlace(std::string_view document,
-                                                     const QString& shownPath)
+                                                     const QString& shownPath,
+                                                     const QBSignatureSettings& settings,
+                                                     const QBQuoteOrderFile::Identity* identity)
 {
     std::vector<std::string_view> uids;
     std::vector<std::string_view> contents;
-    uids.reserve(plainQuoteCountBound(document));
-    contents.reserve(uids.capacity());
-    bool uidsAsRead = true;
-    if (!forEachPlainQuote(document,
-                           [&](std::string_view uid, std::string_view content) {
-                               uidsAsRead = !uid.empty() && uid.find('\\') == uid.npos;
-                               uids.push_back(uid);
-                               contents.push_back(content);
-                               return uidsAsRead;
-                           }) ||
-        !uidsAsRead) {
+    bool scanned = false;
+    bool usualShape = false;
+    const auto scan = [&] {
+        if (std::exchange(scanned, true)) {
+            return usualShape;
+        }
+        uids.reserve(plainQuoteCountBound(document));
+        contents.reserve(uids.capacity());
+        bool uidsAsRead = true;
+        usualShape = forEachPlainQuote(document,
+                                       [&](std::string_view uid, std::string_view content) {
+                                           uidsAsRead = !uid.empty() && uid.find('\\') == uid.npos;
+                                           uids.push_back(uid);
+                                           contents.push_back(content);
+                                           return uidsAsRead;
+                                       }) &&
+                     uidsAsRead;
+        return usualShape;
+    };
+    std::optional<QBQuoteOrderFile> kept;
+    if (identity != nullptr) {
+        kept.emplace(QBHelperQuoteSource::cycleStatePath() + QStringLiteral("-order"), *identity,
+                     document);
+    }
+    // An order is kept only of a database of the usual shape.
+    const bool haveKept = kept && kept->isKept();
+    if (!haveKept && !scan()) {
         return std::nullopt;
     }
+    const std::size_t count = haveKept ? kept->order().size() : uids.size();
     QBHelperQuoteSource::Pick pick;
-    if (uids.empty()) {
+    if (count == 0) {
         pick.problem = noQuotesProblem(shownPath);
         return pick;
     }
-    const std::string wanted = QBQuoteCycle(QBHelperQuoteSource::cycleStatePath()).next(uids);
-    const auto found = std::find(uids.cbegin(), uids.cend(), wanted);
-    if (found != uids.cend()) {
-        pick.content = decodedQuoteText(contents[static_cast<std::size_t>(found - uids.cbegin())]);
+
+    std::unique_ptr<QBQuoteCycle::Order> built;
+    std::uint64_t builtKey = 0;
+    bool fromKept = false;
+    const auto orderFor = [&](std::uint64_t key) -> const QBQuoteCycle::Order& {
+        fromKept = haveKept && kept->key() == key;
+        if (fromKept) {
+            return kept->order();
+        }
+        if (!built || builtKey != key) {
+            scan();
+            built = QBQuoteCycle::sortedOrder(key, uids);
+            builtKey = key;
+            if (kept) {
+                kept->keep(key, *built, uids, contents);
+            }
+        }
+        return *built;
+    };
+    const auto contentAt = [&](std::size_t index) {
+        return fromKept ? kept->contentAt(index) : contents[index];
+    };
+    std::size_t chosen = 0;
+    const std::string wanted = nextFitting(
+        orderFor, settings,
+        [&](std::size_t index) {
+            return QString::fromStdString(decodedQuoteText(contentAt(index)));
+        },
+        &chosen);
+    if (wanted.empty()) {
+        pick.problem = nothingFitsProblem(count, settings);
+    } else {
+        pick.content = decodedQuoteText(contentAt(chosen));
+        pick.uid = wanted;
     }
     return pick;
 }
 
 // Any other shape, and the errors of a damaged file, come from the application's reader.
-QBHelperQuoteSource::Pick pickFromRecords(const std::string& path, const QString& shownPath)
+QBHelperQuoteSource::Pick pickFromRecords(const std::string& path, const QString& shownPath,
+                                          const QBSignatureSettings& settings)
 {
     QBHelperQuoteSource::Pick pick;
     std::vector<CQuoteRecord> quotes;
@@ -75,48 +158,86 @@ QBHelperQuoteSource::Pick pickFromRecords(const std::string& path, const QString
     for (const CQuoteRecord& quote : quotes) {
         uids.emplace_back(quote.mUID);
     }
-    const std::string wanted = QBQuoteCycle(QBHelperQuoteSource::cycleStatePath()).next(uids);
+    const std::string wanted =
+        nextFitting(QBQuoteCycle::sortedOrders(uids), settings, [&quotes](std::size_t index) {
+            return QString::fromStdString(quotes[index].mContent);
+        });
     const auto found =
         std::find_if(quotes.cbegin(), quotes.cend(),
                      [&wanted](const CQuoteRecord& quote) { return quote.mUID == wanted; });
-    if (found != quotes.cend()) {
+    if (wanted.empty()) {
+        pick.problem = nothingFitsProblem(uids.size(), settings);
+    } else if (found != quotes.cend()) {
         pick.content = found->mContent;
+        pick.uid = wanted;
     }
     return pick;
 }
 
 } // namespace
 
-QBHelperQuoteSource::Pick QBHelperQuoteSource::nextQuote(Access access)
+QBHelperQuoteSource::Pick QBHelperQuoteSource::nextQuote(Access access,
+                                                         const QBSignatureSettings& settings)
 {
     const std::optional<std::string> path = QBQuotesDBHelper::getPathToQuotesDb();
     const QString shownPath = path ? QString::fromStdString(*path)
                                    : QString::fromUtf8(QBQuotesDBHelper::kMissingObjectText);
-    const QFileInfo info(shownPath);
-    if (!path || !info.exists()) {
+    if (!path) {
         return {std::nullopt, QStringLiteral("No quotes database at '%1'").arg(shownPath)};
     }
-    // Anything else (a FIFO above all) could block the read for good.
-    if (!info.isFile()) {
-        return {std::nullopt,
-                QStringLiteral("The quotes database '%1' is not a regular file").arg(shownPath)};
+    // Opened without blocking and checked once open: a FIFO swapped in after any check
+    // of the path would otherwise keep the helper, or a mail client running --print,
+    // waiting for ever.
+    QFile file;
+    QString error;
+    if (!openRegularFileForReading(file, shownPath, error)) {
+        if (errno == ENOENT) {
+            return {std::nullopt, QStringLiteral("No quotes database at '%1'").arg(shownPath)};
+        }
+        return {std::nullopt, errno == 0 ? QStringLiteral("The quotes database '%1' is not a "
+                                                          "regular file")
+                                               .arg(shownPath)
+                                         : QStringLiteral("The quotes database '%1' cannot be "
+                                                          "opened: %2")
+                                               .arg(shownPath, error)};
     }
-    QFile file(shownPath);
+    const qint64 size = file.size();
     QByteArray copy;
     std::string_view document;
-    if (file.open(QIODevice::ReadOnly) && file.size() > 0) {
+    QBQuoteOrderFile::Identity identity;
+    bool keepsOrder = false;
+    if (size > 0) {
         if (access == Access::Mapped) {
-            const uchar* bytes = file.map(0, file.size(), QFileDevice::MapPrivateOption);
+            // The order is kept for --print only: the running helper steps once in minutes.
+            keepsOrder = QBQuoteOrderFile::identityOf(file.handle(), identity);
+            const uchar* bytes = file.map(0, size, QFileDevice::MapPrivateOption);
             document = bytes ? std::string_view(reinterpret_cast<const char*>(bytes),
-                                                static_cast<std::size_t>(file.size()))
+                                                static_cast<std::size_t>(size))
                              : std::string_view();
         } else {
             copy = file.readAll();
             document = std::string_view(copy.constData(), static_cast<std::size_t>(copy.size()));
         }
     }
-    std::optional<Pick> pick = pickInPlace(document, shownPath);
-    return pick ? std::move(*pick) : pickFromRecords(*path, shownPath);
+    std::optional<Pick> pick =
+        pickInPlace(document, shownPath, settings, keepsOrder ? &identity : nullptr);
+    return pick ? std::move(*pick) : pickFromRecords(*path, shownPath, settings);
+}
+
+QBHelperQuoteSource::Signature QBHelperQuoteSource::nextSignature(Access access, Output output)
+{
+    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
+    suite.suiteUserDefaults().synchronize();
+    QBSignatureSettings settings = QBSignatureSettings::fromDefaults(suite.suiteUserDefaults());
+    settings.html = settings.html && output == Output::SignatureFile;
+    const Pick pick = nextQuote(access, settings);
+    if (!pick.content) {
+        return {QByteArray(),
+                pick.problem.isEmpty() ? QStringLiteral("No quote to show") : pick.problem,
+                {}};
+    }
+    return {QBSignatureComposer::compose(QString::fromStdString(*pick.content), settings).bytes,
+            QString(), pick.uid};
 }
 
 QString QBHelperQuoteSource::cycleStatePath()

@@ -3,6 +3,7 @@
 #include "helper/QuoteSource.h"
 #include "logging/ULog.h"
 #include "signature/CurrentSignatureFileHelper.h"
+#include "signature/HelperSchedule.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
 
@@ -15,7 +16,10 @@ QBSignatureRotator::QBSignatureRotator(QObject* parent) : QObject(parent)
 {
     // A few milliseconds of slack let the system batch wake-ups; 100 ms intervals still work.
     mTimer.setTimerType(Qt::CoarseTimer);
-    connect(&mTimer, &QTimer::timeout, this, &QBSignatureRotator::rotate);
+    connect(&mTimer, &QTimer::timeout, this, [this] {
+        rotate();
+        recordNextChange();
+    });
     connect(&mSettingsWatcher, &QFileSystemWatcher::directoryChanged, this,
             &QBSignatureRotator::settingsFolderChanged);
 }
@@ -34,6 +38,13 @@ void QBSignatureRotator::start()
         QStringLiteral("Changing the signature every %1s").arg(QString::number(mIntervalSeconds)));
     rotate();
     mTimer.start(std::lround(mIntervalSeconds * 1000));
+    recordNextChange();
+}
+
+void QBSignatureRotator::recordNextChange()
+{
+    // Only for the application's status bar: a failure costs the time shown, nothing else.
+    QBHelperSchedule::recordNextChange(QDateTime::currentDateTimeUtc().addMSecs(mTimer.interval()));
 }
 
 bool QBSignatureRotator::readSettings()
@@ -68,6 +79,7 @@ void QBSignatureRotator::settingsFolderChanged()
     logInfoMessage(QStringLiteral("Interval changed: changing the signature every %1s")
                        .arg(QString::number(mIntervalSeconds)));
     mTimer.start(std::lround(mIntervalSeconds * 1000));
+    recordNextChange();
 }
 
 void QBSignatureRotator::reportProblem(const QString& key, const std::function<void()>& logLines)
@@ -80,21 +92,18 @@ void QBSignatureRotator::reportProblem(const QString& key, const std::function<v
 
 void QBSignatureRotator::rotate()
 {
-    const QBHelperQuoteSource::Pick pick =
-        QBHelperQuoteSource::nextQuote(QBHelperQuoteSource::Access::Copied);
-    if (!pick.problem.isEmpty()) {
-        reportProblem(pick.problem, [&] {
+    const QBHelperQuoteSource::Signature signature = QBHelperQuoteSource::nextSignature(
+        QBHelperQuoteSource::Access::Copied, QBHelperQuoteSource::Output::SignatureFile);
+    if (!signature.problem.isEmpty()) {
+        reportProblem(signature.problem, [&] {
             logWarningMessage(
-                pick.problem +
+                signature.problem +
                 QStringLiteral("; trying again in %1s").arg(QString::number(mIntervalSeconds)));
         });
         return;
     }
-    if (!pick.content) {
-        return;
-    }
     const QBCurrentSignatureFileHelper::WriteResult result =
-        QBCurrentSignatureFileHelper::writeSignature(QString::fromStdString(*pick.content));
+        QBCurrentSignatureFileHelper::writeSignatureBytes(signature.bytes);
     QString key;
     for (const auto& message : result.messages) {
         key += message.second + QLatin1Char('\n');

@@ -37,6 +37,8 @@ private:
     bool readSettings();
     void settingsFolderChanged();
     void rotate();
+    // Tells the application when the next change is due.
+    void recordNextChange();
     // Runs |logLines| unless |key| names the same problem as last time; an empty key
     // (success) forgets the last problem.
     void reportProblem(const QString& key, const std::function<void()>& logLines);

@@ -29,13 +29,28 @@ int main(int argc, char* argv[])
                                    //% "mail clients that run a command for the signature)."
                                    qtTrId("HelperCommandLinePrintOption"));
     parser.addOption(print);
+    const QCommandLineOption next(QStringLiteral("next"),
+                                  //% "Put the next quote into the signature file now, print "
+                                  //% "it and exit."
+                                  qtTrId("HelperCommandLineNextOption"));
+    parser.addOption(next);
     parser.process(application); // --help, --version and unknown options end here
     if (!parser.positionalArguments().isEmpty()) {
         std::fprintf(stderr, "%s: %s\n", qbidentity::kHelperProcessName,
+                     //% "Unexpected argument '%1'."
                      qPrintable(qtTrId("CommandLineUnexpectedArgument")
                                     .arg(parser.positionalArguments().constFirst())));
         return 1;
     }
 
-    return parser.isSet(print) ? qbhelper::printNextQuote() : qbhelper::runRotation();
+    if (parser.isSet(print) && parser.isSet(next)) {
+        std::fprintf(stderr, "%s: %s\n", qbidentity::kHelperProcessName,
+                     //% "--print and --next cannot be used together."
+                     qPrintable(qtTrId("HelperCommandLinePrintAndNext")));
+        return 1;
+    }
+    if (parser.isSet(print)) {
+        return qbhelper::printNextQuote();
+    }
+    return parser.isSet(next) ? qbhelper::writeNextQuoteAndPrint() : qbhelper::runRotation();
 }

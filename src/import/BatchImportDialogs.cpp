@@ -1,13 +1,18 @@
 #include "import/BatchImportDialogs.h"
 
+#include "import/QuoteFile.h"
 #include "logging/ULog.h"
 
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QDebug>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
-#include <QMessageBox>
+#include <QLabel>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
@@ -15,43 +20,32 @@
 
 namespace {
 
+using Kind = QBSeparatorChoice::Kind;
+using Format = QBQuoteExport::Format;
+
 QPointer<QWidget>& mainWindow()
 {
     static QPointer<QWidget> window;
     return window;
 }
 
-// Puts |accessory| between the message box's texts and its buttons.
-void addAccessoryView(QMessageBox* box, QWidget* accessory)
+// What a screen reader says for a separator: its symbols alone say nothing. Empty where
+// the button's own title already reads well.
+QString spokenForm(const QBSeparatorChoice& choice)
 {
-    auto* grid = qobject_cast<QGridLayout*>(box->layout());
-    auto* buttons = box->findChild<QDialogButtonBox*>();
-    if (grid == nullptr || buttons == nullptr || grid->indexOf(buttons) < 0) {
-        box->layout()->addWidget(accessory);
-        return;
-    }
-    int row = 0;
-    int column = 0;
-    int rowSpan = 0;
-    int columnSpan = 0;
-    grid->getItemPosition(grid->indexOf(buttons), &row, &column, &rowSpan, &columnSpan);
-    grid->removeWidget(buttons);
-    // Column 1 is the texts' column, beside the icon.
-    grid->addWidget(accessory, row, 1, 1, std::max(1, grid->columnCount() - 1));
-    grid->addWidget(buttons, row + 1, column, rowSpan, columnSpan);
-}
-
-// What a screen reader says for a separator line: its symbols alone say nothing.
-QString spokenForm(const QString& candidate)
-{
-    if (candidate == QStringLiteral("\n"))
+    switch (choice.kind) {
+    case Kind::BlankLine:
         //% "Blank line"
         return qtTrId("BatchImportSeparatorBlankLine");
-    if (candidate == QStringLiteral("%"))
-        //% "Percent sign line"
-        return qtTrId("BatchImportSeparatorPercentLine");
-    //% "Line “%1”"
-    return qtTrId("BatchImportSeparatorOtherLine").arg(candidate);
+    case Kind::Line:
+        if (choice.line == QStringLiteral("%"))
+            //% "Percent sign line"
+            return qtTrId("BatchImportSeparatorPercentLine");
+        //% "Line “%1”"
+        return qtTrId("BatchImportSeparatorOtherLine").arg(choice.line);
+    default:
+        return {};
+    }
 }
 
 QString describe(const QObject* object)
@@ -59,6 +53,58 @@ QString describe(const QObject* object)
     QString description;
     QDebug(&description).nospace() << object;
     return description;
+}
+
+// The first quotes |choice| makes of |text|, each cut short, with a rule between them.
+QString preview(const QBQuoteFile& file, const QBSeparatorChoice& choice)
+{
+    constexpr qsizetype kPreviewQuotes = 3;
+    constexpr qsizetype kLongestPreviewQuote = 400;
+    const QStringList quotes = file.quotes(choice).mid(0, kPreviewQuotes);
+    QStringList shown;
+    for (const QString& quote : quotes)
+        shown << (quote.size() > kLongestPreviewQuote ? quote.left(kLongestPreviewQuote) + u'…'
+                                                      : quote);
+    return shown.join(QStringLiteral("\n――――――――\n"));
+}
+
+QDialog* newDialog(QWidget* window, const QString& title)
+{
+    auto* dialog = new QDialog(window);
+    dialog->setWindowTitle(title);
+    dialog->setWindowModality(Qt::WindowModal);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    return dialog;
+}
+
+QDialogButtonBox* addImportButtons(QDialog* dialog, QLayout* layout)
+{
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, dialog);
+    //% "Import"
+    QPushButton* import =
+        buttons->addButton(qtTrId("BatchImportImportButton"), QDialogButtonBox::AcceptRole);
+    import->setDefault(true);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+    layout->addWidget(buttons);
+    return buttons;
+}
+
+QPlainTextEdit* addPreview(QDialog* dialog, QLayout* layout)
+{
+    auto* shown = new QPlainTextEdit(dialog);
+    shown->setObjectName(QStringLiteral("separatorPreview"));
+    shown->setReadOnly(true);
+    // Tab reaches it so that a screen reader can read the quotes out; it never keeps Tab.
+    shown->setFocusPolicy(Qt::TabFocus);
+    shown->setTabChangesFocus(true);
+    //% "Preview of the first quotes"
+    shown->setAccessibleName(qtTrId("BatchImportPreviewAccessibleName"));
+    shown->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    shown->setMinimumSize(shown->fontMetrics().averageCharWidth() * 60,
+                          shown->fontMetrics().lineSpacing() * 10);
+    layout->addWidget(shown);
+    return shown;
 }
 
 } // namespace
@@ -74,7 +120,7 @@ QWidget* QBBatchImportDialogs::parentWindow()
 }
 
 void QBBatchImportDialogs::askForBatchImportFileWithHandler(
-    std::function<void(const QUrl&)> handler)
+    std::function<void(const QStringList&)> handler)
 {
     QWidget* window = parentWindow();
     if (window == nullptr)
@@ -83,73 +129,104 @@ void QBBatchImportDialogs::askForBatchImportFileWithHandler(
     //% "Import Quotes from a Text File"
     dialog->setWindowTitle(qtTrId("BatchImportChooseFileTitle"));
     dialog->setAcceptMode(QFileDialog::AcceptOpen);
-    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setFileMode(QFileDialog::ExistingFiles);
     dialog->setWindowModality(Qt::WindowModal);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     // Qt's own dialog starts so small that sizes, types and dates are cut off.
     dialog->resize(dialog->sizeHint().expandedTo(window->size() * 3 / 4));
     QObject::connect(dialog, &QFileDialog::finished, dialog,
                      [dialog, handler = std::move(handler)](int result) {
-                         const QList<QUrl> urls = dialog->selectedUrls();
-                         if (result == QDialog::Accepted && !urls.isEmpty() && handler)
-                             handler(urls.first());
+                         QStringList paths;
+                         for (const QUrl& url : dialog->selectedUrls())
+                             paths << url.toLocalFile();
+                         if (result == QDialog::Accepted && !paths.isEmpty() && handler)
+                             handler(paths);
                      });
     dialog->open();
 }
 
 void QBBatchImportDialogs::askUserForSeparatorToUse(
-    const QStringList& candidates, std::function<void(const QString&)> completionHandler)
+    const QBQuoteFile& file,
+    std::function<void(std::optional<QBSeparatorChoice>)> completionHandler)
 {
     QWidget* window = parentWindow();
-    if (window == nullptr)
+    if (window == nullptr || file.analysis.choices.isEmpty())
         return;
-    //% "Select the Separator"
-    const QString title = qtTrId("BatchImportSelectSeparatorTitle");
-    auto* box = new QMessageBox(QMessageBox::Question, title, title, QMessageBox::NoButton, window);
-    box->setInformativeText(
-        //% "Which line separates one quote from the next? These lines occur most often in "
-        //% "the file (⏎ stands for a blank line)."
-        qtTrId("BatchImportSelectSeparatorDescription"));
-    box->setWindowModality(Qt::WindowModal);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    //% "Import"
-    QPushButton* import =
-        box->addButton(qtTrId("BatchImportImportButton"), QMessageBox::AcceptRole);
-    box->addButton(QMessageBox::Cancel);
-    box->setDefaultButton(import);
-
-    auto* choices = new QWidget(box);
-    choices->setObjectName(QStringLiteral("separatorChoices"));
-    // Wide enough that the description does not wrap into a narrow column.
-    choices->setMinimumWidth(choices->fontMetrics().averageCharWidth() * 48);
-    auto* column = new QVBoxLayout(choices);
-    column->setContentsMargins(0, 0, 0, 0);
-    auto* group = new QButtonGroup(choices);
-    for (qsizetype index = 0; index < candidates.size(); ++index) {
-        auto* button = new QRadioButton(visibleForm(candidates[index]), choices);
-        button->setAccessibleName(spokenForm(candidates[index]));
-        group->addButton(button, static_cast<int>(index));
-        column->addWidget(button);
-        QObject::connect(button, &QAbstractButton::clicked, button,
-                         [button] { radioButtonSelected(button); });
+    const QString fileName = QFileInfo(file.path).fileName();
+    const QList<QBSeparatorChoice> choices = file.analysis.choices;
+    const bool single = file.analysis.isSingleQuote();
+    QString heading;
+    QString description;
+    if (single) {
+        //% "Import a Single Quote"
+        heading = qtTrId("BatchImportSingleQuoteTitle");
+        //% "“%1” holds a single quote. Import it?"
+        description = qtTrId("BatchImportSingleQuoteDescription").arg(fileName);
+    } else {
+        //% "Select the Separator"
+        heading = qtTrId("BatchImportSelectSeparatorTitle");
+        //% "How are the quotes in “%1” separated? The first quotes of the chosen way are "
+        //% "shown below."
+        description = qtTrId("BatchImportSelectSeparatorDescription").arg(fileName);
     }
-    addAccessoryView(box, choices);
+    QDialog* dialog = newDialog(window, heading);
+    auto* layout = new QVBoxLayout(dialog);
+    auto* question = new QLabel(description, dialog);
+    question->setWordWrap(true);
+    layout->addWidget(question);
+
+    auto* choiceList = new QWidget(dialog);
+    choiceList->setObjectName(QStringLiteral("separatorChoices"));
+    auto* column = new QVBoxLayout(choiceList);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* group = new QButtonGroup(choiceList);
+    if (!single) {
+        for (qsizetype index = 0; index < choices.size(); ++index) {
+            auto* button = new QRadioButton(title(choices[index]), choiceList);
+            if (const QString spoken = spokenForm(choices[index]); !spoken.isEmpty()) {
+                // The name says what the separator is; the description keeps the count.
+                button->setAccessibleName(spoken);
+                button->setAccessibleDescription(button->text());
+            }
+            group->addButton(button, static_cast<int>(index));
+            column->addWidget(button);
+            QObject::connect(button, &QAbstractButton::clicked, button,
+                             [button] { radioButtonSelected(button); });
+        }
+    }
+    layout->addWidget(choiceList);
+    QPlainTextEdit* shown = addPreview(dialog, layout);
+    addImportButtons(dialog, layout);
+
+    // The file is copied into the dialog: the preview and the answer outlive the caller.
+    const auto showChoice = [shown, file](const QBSeparatorChoice& choice) {
+        shown->setPlainText(preview(file, choice));
+    };
+    QObject::connect(group, &QButtonGroup::idToggled, shown,
+                     [showChoice, choices](int id, bool checked) {
+                         if (checked)
+                             showChoice(choices.at(id));
+                     });
+    if (!single && !group->buttons().isEmpty())
+        group->buttons().first()->setChecked(true);
+    else
+        showChoice(choices.first());
 
     QObject::connect(
-        box, &QMessageBox::finished, box,
-        [box, import, group, choices, candidates, handler = std::move(completionHandler)] {
-            const int tag = group->checkedId();
-            QString separator;
-            if (box->clickedButton() == import && tag >= 0) {
+        dialog, &QDialog::finished, dialog,
+        [group, choiceList, choices, single, handler = std::move(completionHandler)](int result) {
+            const int tag = single ? 0 : group->checkedId();
+            std::optional<QBSeparatorChoice> choice;
+            if (result == QDialog::Accepted && tag >= 0) {
                 logDebugMessage(QStringLiteral("Selected button: %1").arg(tag));
-                separator = candidates.value(tag);
+                choice = choices.value(tag);
             } else {
-                logWarningMessage(QStringLiteral("No choice selected in ") + describe(choices));
+                logWarningMessage(QStringLiteral("No choice selected in ") + describe(choiceList));
             }
             if (handler)
-                handler(separator);
+                handler(choice);
         });
-    box->open();
+    dialog->open();
 }
 
 void QBBatchImportDialogs::radioButtonSelected(QAbstractButton* button)
@@ -160,8 +237,77 @@ void QBBatchImportDialogs::radioButtonSelected(QAbstractButton* button)
                         .arg(group != nullptr ? group->id(button) : -1));
 }
 
-QString QBBatchImportDialogs::visibleForm(const QString& candidate)
+QString QBBatchImportDialogs::title(const QBSeparatorChoice& choice)
 {
-    QString shown = candidate;
-    return shown.replace(QLatin1Char('\n'), QStringLiteral("⏎"));
+    const auto count = static_cast<int>(choice.quoteCount);
+    switch (choice.kind) {
+    case Kind::Line:
+        //% "Lines “%1” — %Ln quote(s)"
+        return qtTrId("BatchImportChoiceLine", count).arg(choice.line);
+    case Kind::BlankLine:
+        //% "Blank lines — %Ln quote(s)"
+        return qtTrId("BatchImportChoiceBlankLine", count);
+    case Kind::OnePerLine:
+        //% "One quote per line — %Ln quote(s)"
+        return qtTrId("BatchImportChoiceOnePerLine", count);
+    case Kind::WholeFile:
+        break;
+    }
+    //% "The whole file as one quote"
+    return qtTrId("BatchImportChoiceWholeFile");
+}
+
+void QBBatchImportDialogs::askForExportFile(bool canExportSelection,
+                                            std::function<void(const ExportRequest&)> handler)
+{
+    QWidget* window = parentWindow();
+    if (window == nullptr)
+        return;
+    auto* dialog = new QFileDialog(window);
+    //% "Export Quotes"
+    dialog->setWindowTitle(qtTrId("ExportChooseFileTitle"));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    // Qt's own dialog, so that the selection switch can sit in it.
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setWindowModality(Qt::WindowModal);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    const QList<std::pair<Format, QString>> filters{
+        //% "Fortune file, quotes between “%” lines (*.fortune *)"
+        {Format::Fortune, qtTrId("ExportFormatFortune")},
+        //% "Plain text, quotes between blank lines (*.txt)"
+        {Format::Text, qtTrId("ExportFormatText")},
+        //% "Quillbox2 collection (*.json)"
+        {Format::Json, qtTrId("ExportFormatJson")},
+    };
+    QStringList filterTexts;
+    for (const auto& [format, text] : filters)
+        filterTexts << text;
+    dialog->setNameFilters(filterTexts);
+    //% "quotes"
+    dialog->selectFile(qtTrId("ExportDefaultFileName") + QStringLiteral(".fortune"));
+    QCheckBox* selectionOnly = nullptr;
+    if (canExportSelection) {
+        //% "Only the selected quotes"
+        selectionOnly = new QCheckBox(qtTrId("ExportSelectionOnly"), dialog);
+        selectionOnly->setObjectName(QStringLiteral("exportSelectionOnly"));
+        if (auto* grid = qobject_cast<QGridLayout*>(dialog->layout()))
+            grid->addWidget(selectionOnly, grid->rowCount(), 0, 1, grid->columnCount());
+    }
+    dialog->resize(dialog->sizeHint().expandedTo(window->size() * 3 / 4));
+    QObject::connect(
+        dialog, &QFileDialog::finished, dialog,
+        [dialog, filters, selectionOnly, handler = std::move(handler)](int result) {
+            const QStringList files = dialog->selectedFiles();
+            if (result != QDialog::Accepted || files.isEmpty() || !handler)
+                return;
+            ExportRequest request;
+            request.path = files.first();
+            const qsizetype filter = dialog->nameFilters().indexOf(dialog->selectedNameFilter());
+            request.format =
+                filter >= 0 ? filters.at(filter).first : QBQuoteExport::formatForPath(request.path);
+            request.selectionOnly = selectionOnly != nullptr && selectionOnly->isChecked();
+            handler(request);
+        });
+    dialog->open();
 }

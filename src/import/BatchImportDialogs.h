@@ -1,15 +1,19 @@
 #pragma once
 
+#include "import/QuoteExport.h"
+#include "import/QuoteTextAnalysis.h"
+
 #include <QString>
 #include <QStringList>
-#include <QUrl>
 
 #include <functional>
+#include <optional>
 
 class QAbstractButton;
 class QWidget;
+struct QBQuoteFile;
 
-// The two dialogs of a batch import, both window-modal on the main window and opened
+// The dialogs of importing and exporting, all window-modal on the main window and opened
 // with open(), so the caller goes on at once and the answer comes through a handler.
 // Without a main window nothing is shown and no handler runs. Main thread only.
 class QBBatchImportDialogs
@@ -21,16 +25,29 @@ public:
     static void setParentWindow(QWidget* window);
     static QWidget* parentWindow();
 
-    // Asks for the file to import; |handler| runs with its URL only when the user
+    // Asks for the files to import; |handler| runs with their paths only when the user
     // confirms.
-    static void askForBatchImportFileWithHandler(std::function<void(const QUrl&)> handler);
-    // Offers one radio button per candidate, in list order, none chosen at first.
-    // |completionHandler| gets the chosen candidate, or an empty string when the dialog
-    // ends without a choice (or is cancelled).
-    static void askUserForSeparatorToUse(const QStringList& candidates,
-                                         std::function<void(const QString&)> completionHandler);
+    static void askForBatchImportFileWithHandler(std::function<void(const QStringList&)> handler);
+    // Offers the ways of cutting |file| into quotes, each with the number of quotes it
+    // makes, the most likely one chosen and the first quotes of the chosen one shown.
+    // A file that holds a single quote whichever way it is cut is offered as that quote.
+    // |completionHandler| gets the choice, or nothing when the dialog is cancelled.
+    static void askUserForSeparatorToUse(
+        const QBQuoteFile& file,
+        std::function<void(std::optional<QBSeparatorChoice>)> completionHandler);
     // Every radio button's action: logs its title and tag.
     static void radioButtonSelected(QAbstractButton* button);
-    // A candidate as its radio button shows it: each newline as "⏎".
-    static QString visibleForm(const QString& candidate);
+    // A choice as its radio button shows it.
+    static QString title(const QBSeparatorChoice& choice);
+
+    struct ExportRequest
+    {
+        QString path;
+        QBQuoteExport::Format format = QBQuoteExport::Format::Fortune;
+        bool selectionOnly = false;
+    };
+    // Asks where to export and in which format; |canExportSelection| offers "only the
+    // selected quotes". |handler| runs only when the user confirms.
+    static void askForExportFile(bool canExportSelection,
+                                 std::function<void(const ExportRequest&)> handler);
 };

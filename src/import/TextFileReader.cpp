@@ -1,5 +1,8 @@
 #include "import/TextFileReader.h"
 
+#include "util/RegularFile.h"
+
+#include <QDateTime>
 #include <QFile>
 #include <QStringDecoder>
 
@@ -142,6 +145,22 @@ std::optional<Encoding> utf16ByZeroBytes(QByteArrayView bytes)
     return std::nullopt;
 }
 
+// How many bytes at the end begin a UTF-8 sequence that the end cuts short; 0 if none.
+qsizetype cutOffUtf8Tail(QByteArrayView bytes)
+{
+    for (qsizetype back = 1; back <= 3 && back <= bytes.size(); ++back) {
+        const auto byte = static_cast<unsigned char>(bytes[bytes.size() - back]);
+        if ((byte & 0xC0) == 0x80)
+            continue; // a continuation byte: the lead is further back
+        const qsizetype length = (byte & 0xE0) == 0xC0   ? 2
+                                 : (byte & 0xF0) == 0xE0 ? 3
+                                 : (byte & 0xF8) == 0xF0 ? 4
+                                                         : 0;
+        return length > back ? back : 0;
+    }
+    return 0;
+}
+
 } // namespace
 
 QString QBTextFileReader::fromWindows1252(QByteArrayView bytes)
@@ -172,26 +191,45 @@ QBTextFileReader::Result QBTextFileReader::decodeText(const QByteArray& bytes)
     }
     if (std::optional<QString> utf8 = decodeStrictly(bytes, Encoding::Utf8))
         return checkedText(std::move(*utf8), "UTF-8");
+    // A file cut off in the middle of its last character is still UTF-8; the cut
+    // character shows as U+FFFD instead of turning every other one into mojibake.
+    const qsizetype cut = cutOffUtf8Tail(bytes);
+    if (cut > 0) {
+        if (std::optional<QString> utf8 =
+                decodeStrictly(bytes.first(bytes.size() - cut), Encoding::Utf8))
+            return checkedText(*utf8 + QChar(QChar::ReplacementCharacter), "UTF-8");
+    }
     return checkedText(fromWindows1252(bytes), "Windows-1252");
 }
 
 QBTextFileReader::Result QBTextFileReader::readTextFile(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return notText(QStringLiteral("cannot open '%1': %2").arg(path, file.errorString()));
     const auto tooLarge = [] {
         return failure(
             Status::TooLarge,
             QStringLiteral("the file is larger than %1 MiB").arg(kMaxFileSize / (1024 * 1024)));
     };
-    if (file.size() > kMaxFileSize)
-        return tooLarge();
-    // Bounded even when the size was not known in advance (pipes, special files).
-    const QByteArray bytes = file.read(kMaxFileSize + 1);
-    if (file.error() != QFileDevice::NoError)
-        return notText(QStringLiteral("cannot read '%1': %2").arg(path, file.errorString()));
-    if (bytes.size() > kMaxFileSize)
-        return tooLarge();
-    return decodeText(bytes);
+    // A file that another program is still writing is read again; one that keeps
+    // changing is refused rather than split from a mix of two versions.
+    constexpr int kAttempts = 3;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        QFile file;
+        QString error;
+        if (!openRegularFileForReading(file, path, error))
+            return notText(QStringLiteral("cannot open '%1': %2").arg(path, error));
+        const qint64 size = file.size();
+        const QDateTime modified = file.fileTime(QFileDevice::FileModificationTime);
+        if (size > kMaxFileSize)
+            return tooLarge();
+        // One byte more than the size shows a file that grew meanwhile.
+        const QByteArray bytes = file.read(size + 1);
+        if (file.error() != QFileDevice::NoError)
+            return notText(QStringLiteral("cannot read '%1': %2").arg(path, file.errorString()));
+        if (bytes.size() == size && file.size() == size &&
+            file.fileTime(QFileDevice::FileModificationTime) == modified)
+            return decodeText(bytes);
+    }
+    return notText(QStringLiteral("'%1' changed while it was read; try again once the program "
+                                  "writing it has finished")
+                       .arg(path));
 }

@@ -8,8 +8,10 @@
 // Reads a whole file as text, working out its encoding from the bytes alone: a
 // byte-order mark decides; else valid UTF-8 is UTF-8; else zero bytes in every other
 // position mean UTF-16 without a mark; else a file with zero bytes or other binary
-// control bytes is not text; anything left is Windows-1252. docs/import.md has the
-// reasons.
+// control bytes is not text; anything left is Windows-1252 (a UTF-8 file whose last
+// character is cut off stays UTF-8). docs/import.md has the reasons. Only a regular file
+// is read, opened without blocking; one that changes while it is read is read again,
+// and refused when it keeps changing.
 class QBTextFileReader
 {
 public:

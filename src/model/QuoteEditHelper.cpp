@@ -7,8 +7,10 @@
 #include "model/Notifications.h"
 #include "model/QuotesChangeBatch.h"
 #include "telemetry/QBTelemetryHelper.h"
+#include "util/CommandResults.h"
 #include "util/NotificationCenter.h"
 #include "util/StringUtilities.h"
+#include "util/UndoManager.h"
 #include "util/UserDefaults.h"
 
 #include <QPointer>
@@ -33,6 +35,13 @@ void postForQuote(const QString& name, const QString& uid)
 {
     QBNotificationCenter::defaultCenter().post(name, QBQuoteEditHelper::notificationSender(),
                                                {{QBKeyQuoteUID, uid}});
+}
+
+// The name the Edit menu gives the step: "Undo Remove All".
+void nameUndoStep(QBUndoManager* undoManager, const QString& name)
+{
+    if (undoManager != nullptr)
+        undoManager->setActionName(name);
 }
 
 void logQuoteNotFound(const QString& uid)
@@ -100,8 +109,11 @@ void QBQuoteEditHelper::updateQuote(const QString& uid, const QString& content,
         return;
     }
     // The first text typed into a new quote is undone together with the add.
-    if (!record->mContent.empty())
+    if (!record->mContent.empty()) {
         std::make_shared<QBEditQuoteAction>(undoManager, *record)->registerUndo();
+        //% "Edit Quote"
+        nameUndoStep(undoManager, qtTrId("UndoNameEditQuote"));
+    }
     record->mContent = content.toStdString();
     postForQuote(QBQuoteDidUpdateNotification, uid);
 }
@@ -116,6 +128,8 @@ void QBQuoteEditHelper::addQuoteWithUndoManager(QBUndoManager* undoManager)
     // Copied first: the record moves when observers change the collection.
     const CQuoteRecord added = *record;
     std::make_shared<QBAddQuoteAction>(undoManager, added)->registerUndo();
+    //% "Add Quote"
+    nameUndoStep(undoManager, qtTrId("UndoNameAddQuote"));
     postForQuote(QBQuoteAddedNotification, QString::fromStdString(added.mUID));
     QBTelemetryHelper::shared().trackQuoteAdded();
 }
@@ -209,8 +223,13 @@ void QBQuoteEditHelper::removeDuplicateQuotesWithUndoManager(QBUndoManager* undo
         undoManager->beginUndoGrouping();
     logInfo("Processing %d duplicates", static_cast<int>(duplicates.size()));
     removeQuotes(duplicates, undoManager);
+    //% "Remove Duplicates"
+    nameUndoStep(undoManager, qtTrId("UndoNameRemoveDuplicates"));
     if (undoManager != nullptr)
         undoManager->endUndoGrouping();
+    //% "Removed %n duplicate(s)"
+    QBCommandResults::reportUndoable(
+        qtTrId("DuplicatesRemovedResult", static_cast<int>(duplicates.size())), undoManager);
 }
 
 void QBQuoteEditHelper::removeQuote(const QString& uid, QBUndoManager* undoManager, bool notify)
@@ -226,6 +245,8 @@ void QBQuoteEditHelper::removeQuote(const QString& uid, QBUndoManager* undoManag
     }
     std::make_shared<QBRemoveQuoteAction>(undoManager, repository.mQuotes[index], index)
         ->registerUndo();
+    //% "Remove Quote"
+    nameUndoStep(undoManager, qtTrId("UndoNameRemoveQuote"));
     if (notify)
         postForQuote(QBQuoteWillRemoveNotification, uid);
     repository.removeQuote(key);
@@ -294,6 +315,8 @@ void QBQuoteEditHelper::removeAllQuotesWithUndoManager(QBUndoManager* undoManage
 {
     auto& repository = CQuotesRepository::getInstance();
     std::make_shared<QBRemoveAllQuotesAction>(undoManager, repository.mQuotes)->registerUndo();
+    //% "Remove All"
+    nameUndoStep(undoManager, qtTrId("UndoNameRemoveAll"));
     repository.removeAllQuotes();
     QBNotificationCenter::defaultCenter().post(QBQuotesModifiedNotification, notificationSender());
 }

@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -27,7 +28,7 @@ QBQuotesListModel::QBQuotesListModel(QBQuotesSource* source, QObject* parent)
         mFolded.clear();
     });
     connect(source, &QBQuotesSource::quotesChanged, this, [this] {
-        if (!mFilter.isEmpty())
+        if (isNarrowed())
             arrange(false);
         endResetModel();
     });
@@ -35,7 +36,8 @@ QBQuotesListModel::QBQuotesListModel(QBQuotesSource* source, QObject* parent)
     // matches it, until the filter next runs.
     connect(source, &QBQuotesSource::quoteContentChanged, this, [this](qsizetype sourceIndex) {
         if (const int row = rowOfSourceIndex(sourceIndex); row >= 0)
-            emit dataChanged(index(row), index(row), {Qt::DisplayRole, Qt::ToolTipRole});
+            emit dataChanged(index(row), index(row),
+                             {Qt::DisplayRole, Qt::ToolTipRole, TooLongForSignatureRole});
     });
 }
 
@@ -43,14 +45,14 @@ int QBQuotesListModel::rowCount(const QModelIndex& parent) const
 {
     if (parent.isValid() || mSource == nullptr)
         return 0;
-    return int(mFilter.isEmpty() ? mSource->count() : qsizetype(mRows.size()));
+    return int(!isNarrowed() ? mSource->count() : qsizetype(mRows.size()));
 }
 
 int QBQuotesListModel::sourceIndexOfRow(int row) const
 {
     if (row < 0 || row >= rowCount())
         return -1;
-    return mFilter.isEmpty() ? row : int(mRows[std::size_t(row)]);
+    return !isNarrowed() ? row : int(mRows[std::size_t(row)]);
 }
 
 std::shared_ptr<QBQuoteValueObject> QBQuotesListModel::objectAtRow(int row) const
@@ -68,7 +70,7 @@ int QBQuotesListModel::rowOfObject(const QBQuoteValueObject* object) const
 
 int QBQuotesListModel::rowOfSourceIndex(qsizetype index) const
 {
-    if (index < 0 || mFilter.isEmpty())
+    if (index < 0 || !isNarrowed())
         return int(index);
     const auto found = std::lower_bound(mRows.begin(), mRows.end(), index);
     return found != mRows.end() && *found == index ? int(found - mRows.begin()) : -1;
@@ -86,9 +88,28 @@ QVariant QBQuotesListModel::data(const QModelIndex& index, int role) const
         return line.isEmpty() ? qtTrId("QuotesListEmptyQuote") : line;
     }
     case Qt::ToolTipRole:
+        if (isTooLong(sourceIndex)) {
+            //% "Longer than the signature's line limit: the automatic changes pass over it."
+            return QString(mSource->contentAt(sourceIndex) + QStringLiteral("\n\n") +
+                           qtTrId("QuotesListTooLongNote"));
+        }
         return mSource->contentAt(sourceIndex);
+    case TooLongForSignatureRole:
+        return isTooLong(sourceIndex);
     case QuoteUIDRole:
         return mSource->quoteUIDAt(sourceIndex);
+    case IsCurrentSignatureRole:
+        return !mCurrentSignatureUID.isEmpty() &&
+               mSource->quoteUIDAt(sourceIndex) == mCurrentSignatureUID;
+    case Qt::AccessibleTextRole:
+        // Screen readers hear what the icon shows.
+        if (!mCurrentSignatureUID.isEmpty() &&
+            mSource->quoteUIDAt(sourceIndex) == mCurrentSignatureUID) {
+            //% "Current signature: %1"
+            return qtTrId("QuotesListCurrentSignature")
+                .arg(data(index, Qt::DisplayRole).toString());
+        }
+        return QVariant();
     default:
         return QVariant();
     }
@@ -126,7 +147,8 @@ void QBQuotesListModel::arrange(bool narrowOnly)
 {
     std::vector<qsizetype> rows;
     const auto keepIfMatching = [&](qsizetype index) {
-        if (mFilter.matches(foldedTextAt(std::size_t(index))))
+        if ((!mOnlyTooLong || isTooLong(index)) &&
+            (mFilter.isEmpty() || mFilter.matches(foldedTextAt(std::size_t(index)))))
             rows.push_back(index);
     };
     if (narrowOnly) {
@@ -153,11 +175,64 @@ void QBQuotesListModel::setFilterText(const QString& text)
     beginResetModel();
     mFilterText = text;
     mFilter = std::move(filter);
-    if (mFilter.isEmpty())
+    if (!isNarrowed())
         mRows.clear();
     else
         arrange(narrowOnly);
     endResetModel();
+}
+
+void QBQuotesListModel::setCurrentSignatureUID(const QString& quoteUID)
+{
+    if (quoteUID == mCurrentSignatureUID)
+        return;
+    const QString before = std::exchange(mCurrentSignatureUID, quoteUID);
+    currentSignatureRowChanged(before);
+    currentSignatureRowChanged(quoteUID);
+}
+
+void QBQuotesListModel::currentSignatureRowChanged(const QString& quoteUID)
+{
+    if (quoteUID.isEmpty() || mSource == nullptr)
+        return;
+    if (const int row = rowOfSourceIndex(mSource->indexOfQuoteUID(quoteUID)); row >= 0)
+        emit dataChanged(index(row), index(row),
+                         {IsCurrentSignatureRole, Qt::DecorationRole, Qt::AccessibleTextRole});
+}
+
+bool QBQuotesListModel::isTooLong(qsizetype sourceIndex) const
+{
+    return mFits && !mFits(mSource->contentAt(sourceIndex));
+}
+
+void QBQuotesListModel::rearrange()
+{
+    beginResetModel();
+    if (!isNarrowed())
+        mRows.clear();
+    else
+        arrange(false);
+    endResetModel();
+}
+
+void QBQuotesListModel::setSignatureFitTest(FitTest fits)
+{
+    mFits = std::move(fits);
+    if (mSource == nullptr)
+        return;
+    if (mOnlyTooLong)
+        rearrange();
+    else if (rowCount() > 0)
+        emit dataChanged(index(0), index(rowCount() - 1),
+                         {Qt::ToolTipRole, TooLongForSignatureRole});
+}
+
+void QBQuotesListModel::setShowsOnlyTooLong(bool onlyTooLong)
+{
+    if (onlyTooLong == mOnlyTooLong || mSource == nullptr)
+        return;
+    mOnlyTooLong = onlyTooLong;
+    rearrange();
 }
 
 void QBQuotesListModel::removeQuotesWithUIDs(const QStringList& quoteUIDs)
@@ -182,7 +257,7 @@ void QBQuotesListModel::removeQuotesWithUIDs(const QStringList& quoteUIDs)
     const auto shifted = [&removed](qsizetype index) {
         return index - (std::lower_bound(removed.begin(), removed.end(), index) - removed.begin());
     };
-    if (!mFilter.isEmpty()) {
+    if (isNarrowed()) {
         std::vector<qsizetype> rows;
         rows.reserve(mRows.size());
         for (const qsizetype index : mRows) {

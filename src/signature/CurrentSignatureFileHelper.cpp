@@ -6,6 +6,9 @@
 #include "signature/FileReplacer.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
+#include "util/UserMessages.h"
+
+const QString QBCurrentSignatureFileHelper::kUserMessageTopic = QStringLiteral("signature-file");
 
 QString QBCurrentSignatureFileHelper::bookmarkBasePath()
 {
@@ -38,13 +41,22 @@ bool QBCurrentSignatureFileHelper::isPathOnICloudDrive(const QUrl& url)
 using Level = qblog::Level;
 
 QBCurrentSignatureFileHelper::WriteResult
-QBCurrentSignatureFileHelper::writeFailure(const QString& error)
+QBCurrentSignatureFileHelper::writeFailure(const QString& error, const QString& reason)
 {
     return {false,
             {{Level::Warning,
               QStringLiteral("Failed to access security scoped bookmark or write file: ") + error},
              {Level::Info, QStringLiteral("Helper app detected bookmark failure but not deleting "
-                                          "(main app responsibility)")}}};
+                                          "(main app responsibility)")}},
+            reason};
+}
+
+QBCurrentSignatureFileHelper::WriteResult QBCurrentSignatureFileHelper::noBookmark()
+{
+    return {false,
+            {{Level::Warning, QStringLiteral("Failed to read security scoped bookmark")}},
+            //% "No signature file is chosen."
+            qtTrId("SignatureNoFileReason")};
 }
 
 QBCurrentSignatureFileHelper::WriteResult QBCurrentSignatureFileHelper::staleBookmark()
@@ -52,7 +64,9 @@ QBCurrentSignatureFileHelper::WriteResult QBCurrentSignatureFileHelper::staleBoo
     return {false,
             {{Level::Warning, QStringLiteral("Failed to resolve bookmark: Data is stale")},
              {Level::Info, QStringLiteral("Helper app detected stale bookmark but not deleting "
-                                          "(main app responsibility)")}}};
+                                          "(main app responsibility)")}},
+            //% "Another file has taken its place since it was chosen."
+            qtTrId("SignatureFileReplacedReason")};
 }
 
 void QBCurrentSignatureFileHelper::logMessages(
@@ -78,48 +92,81 @@ void QBCurrentSignatureFileHelper::logMessages(
 
 QByteArray QBCurrentSignatureFileHelper::signatureBytes(const QString& content)
 {
-    // A text file ends with a line break; without one, a mail client that puts the
-    // signature above the quoted text glues the next line to it.
-    QByteArray bytes = content.toUtf8();
-    if (!bytes.isEmpty() && !bytes.endsWith('\n')) {
-        bytes.append('\n');
-    }
-    return bytes;
+    return QBSignatureComposer::compose(content, QBSignatureSettings()).bytes;
+}
+
+bool QBCurrentSignatureFileHelper::hasStoredBookmark()
+{
+    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
+    // The other process may have replaced the file and recorded its identity since.
+    suite.suiteUserDefaults().synchronize();
+    return suite.objectForKey(QBPrivateDefaultsOutputFileSSB).typeId() == QMetaType::QByteArray;
 }
 
 bool QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(const QString& content)
 {
     const WriteResult result = writeSignature(content);
     logMessages(result.messages);
+    if (result.written) {
+        QBUserMessages::shared().dismiss(kUserMessageTopic);
+    } else if (!result.reason.isEmpty()) {
+        QBUserMessages::shared().show({.kind = QBUserMessage::Kind::Warning,
+                                       .text = result.reason,
+                                       .topic = kUserMessageTopic});
+    }
+    return result.written;
+}
+
+bool QBCurrentSignatureFileHelper::writeQuoteAsSignature(const QString& quote,
+                                                         const QBUserDefaults& defaults,
+                                                         QBComposedSignature* composed)
+{
+    QBComposedSignature signature =
+        QBSignatureComposer::compose(quote, QBSignatureSettings::fromDefaults(defaults));
+    const WriteResult result = writeSignatureBytes(signature.bytes);
+    logMessages(result.messages);
+    if (composed != nullptr) {
+        *composed = std::move(signature);
+    }
     return result.written;
 }
 
 QBCurrentSignatureFileHelper::WriteResult
 QBCurrentSignatureFileHelper::writeSignature(const QString& content)
 {
-    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
-    // The other process may have replaced the file and recorded its identity since.
-    suite.suiteUserDefaults().synchronize();
-    const QVariant stored = suite.objectForKey(QBPrivateDefaultsOutputFileSSB);
-    if (stored.typeId() != QMetaType::QByteArray) {
-        return {false,
-                {{Level::Warning, QStringLiteral("Failed to read security scoped bookmark")}}};
+    return writeSignatureBytes(signatureBytes(content));
+}
+
+QBCurrentSignatureFileHelper::WriteResult
+QBCurrentSignatureFileHelper::writeSignatureBytes(const QByteArray& bytes)
+{
+    if (!hasStoredBookmark()) {
+        return noBookmark();
     }
-    const QByteArray bookmark = stored.toByteArray();
+    QBSharedUserDefaults& suite = QBSharedUserDefaults::sharedInstance();
+    const QByteArray bookmark = suite.objectForKey(QBPrivateDefaultsOutputFileSSB).toByteArray();
 
     const QBFileBookmark::Resolution resolution =
         QBFileBookmark::resolve(bookmark, bookmarkBasePath());
     if (!resolution.ok()) {
-        return writeFailure(resolution.error);
+        return writeFailure(resolution.error, resolution.error);
     }
     if (resolution.isStale) {
         return staleBookmark();
     }
 
     QBFileBookmark::startAccessingSecurityScopedResource(resolution.path);
+    // The new file is recorded before it takes the old one's place: a process killed
+    // right after the rename still finds its own file where the bookmark points.
     const QBFileReplacer::Result result = QBFileReplacer::replaceContent(
-        resolution.path, signatureBytes(content), [&bookmark](quint64 device, quint64 inode) {
+        resolution.path, bytes,
+        [&bookmark](quint64 device, quint64 inode) {
             return QBFileBookmark::recordsIdentity(bookmark, device, inode);
+        },
+        [&bookmark, &suite](quint64 device, quint64 inode) {
+            suite.setObject(QBFileBookmark::withPendingIdentity(bookmark, device, inode),
+                            QBPrivateDefaultsOutputFileSSB);
+            return true;
         });
     QBFileBookmark::stopAccessingSecurityScopedResource(resolution.path);
 
@@ -128,14 +175,13 @@ QBCurrentSignatureFileHelper::writeSignature(const QString& content)
         return staleBookmark();
     case QBFileReplacer::Result::Status::Failed:
         return writeFailure(
-            QStringLiteral("Cannot write '%1': %2").arg(resolution.path, result.error));
+            QStringLiteral("Cannot write '%1': %2").arg(resolution.path, result.error),
+            result.error);
     case QBFileReplacer::Result::Status::Written:
         break;
     }
     // Our own replacement is still the bookmarked file; only someone else's reads as stale.
-    if (!QBFileBookmark::recordsIdentity(bookmark, result.device, result.inode)) {
-        suite.setObject(QBFileBookmark::withIdentity(bookmark, result.device, result.inode),
-                        QBPrivateDefaultsOutputFileSSB);
-    }
-    return {true, {}};
+    suite.setObject(QBFileBookmark::withIdentity(bookmark, result.device, result.inode),
+                    QBPrivateDefaultsOutputFileSSB);
+    return {true, {}, {}};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "logging/Log.h"
+#include "signature/SignatureComposer.h"
 
 #include <QString>
 #include <QUrl>
@@ -30,8 +31,15 @@ public:
     // without a final line break) over the bookmarked file, replacing it atomically, and
     // records the new file's identity in the bookmark. False, with warnings logged, when
     // the bookmark is missing, broken or stale, or the write fails; the bookmark is then
-    // left as it was.
+    // left as it was, and the problem goes to the user's messages (topic
+    // kUserMessageTopic), which a later good write takes back.
     static bool writeToCurrentSignatureFileContent(const QString& content);
+    static const QString kUserMessageTopic;
+
+    // Composes |quote| by the signature settings in |defaults| (QBSignatureComposer) and
+    // writes the result as above; |composed| receives what was composed.
+    static bool writeQuoteAsSignature(const QString& quote, const QBUserDefaults& defaults,
+                                      QBComposedSignature* composed = nullptr);
 
     // The same write, with the lines it would log handed back instead, for a caller that
     // retries on a timer and logs a repeated failure only once.
@@ -39,13 +47,21 @@ public:
     {
         bool written = false;
         std::vector<std::pair<qblog::Level, QString>> messages;
+        // Why it failed, in words for the user.
+        QString reason;
     };
     static WriteResult writeSignature(const QString& content);
+    // Whether the suite holds a bookmark to write through (read from the file afresh).
+    static bool hasStoredBookmark();
+    // The write's result without a stored bookmark.
+    static WriteResult noBookmark();
+    // The same with the file's bytes already composed (QBSignatureComposer).
+    static WriteResult writeSignatureBytes(const QByteArray& bytes);
     // Logs |messages| in order at their levels.
     static void logMessages(const std::vector<std::pair<qblog::Level, QString>>& messages);
 
-    // The bytes written for |content|: UTF-8 with one final line break added to a
-    // non-empty text that lacks one.
+    // The bytes written for |content| alone, without template or fit rules: UTF-8 with
+    // one final line break added to a non-empty text that lacks one.
     static QByteArray signatureBytes(const QString& content);
 
     // Whether the path lies in the cloud-drive folder (case-sensitive test).
@@ -54,6 +70,6 @@ public:
 private:
     // The quotes database path, the base of every bookmark; stops the process if none.
     static QString bookmarkBasePath();
-    static WriteResult writeFailure(const QString& error);
+    static WriteResult writeFailure(const QString& error, const QString& reason);
     static WriteResult staleBookmark();
 };

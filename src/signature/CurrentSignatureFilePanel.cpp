@@ -37,6 +37,8 @@ void QBCurrentSignatureFileHelper::askPathToOutputSignatureFile(
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setWindowModality(Qt::WindowModal);
+    // Replacing is asked afterwards, and only for a file that Quillbox2 did not write.
+    dialog->setOption(QFileDialog::DontConfirmOverwrite);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     // In the current signature file's folder, else the home folder: not wherever the
     // program happened to be started from.

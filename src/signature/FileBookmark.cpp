@@ -19,6 +19,10 @@ const QString kRelativePathKey = QStringLiteral("relativePath");
 const QString kAbsolutePathKey = QStringLiteral("absolutePath");
 const QString kDeviceKey = QStringLiteral("device");
 const QString kInodeKey = QStringLiteral("inode");
+// The new file a write is about to rename into place: recorded before the rename, so a
+// process killed between the rename and the bookmark update still finds its own file.
+const QString kPendingDeviceKey = QStringLiteral("pendingDevice");
+const QString kPendingInodeKey = QStringLiteral("pendingInode");
 
 struct FileIdentity
 {
@@ -41,6 +45,26 @@ std::optional<FileIdentity> identityOf(const QString& path, QString& error)
     }
     return FileIdentity{QString::number(static_cast<quint64>(status.st_dev)),
                         QString::number(static_cast<quint64>(status.st_ino))};
+}
+
+// 0 when something is at |path|, else why not (ENOENT when nothing is there).
+int lookUp(const QString& path)
+{
+    struct stat status = {};
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? 0 : errno;
+}
+
+bool matchesIdentity(const QJsonObject& object, const QString& deviceKey, const QString& inodeKey,
+                     const QString& device, const QString& inode)
+{
+    return object.value(deviceKey).toString() == device &&
+           object.value(inodeKey).toString() == inode;
+}
+
+bool recordsFile(const QJsonObject& object, const QString& device, const QString& inode)
+{
+    return matchesIdentity(object, kDeviceKey, kInodeKey, device, inode) ||
+           matchesIdentity(object, kPendingDeviceKey, kPendingInodeKey, device, inode);
 }
 
 // The save dialog's choice may name a file that does not exist yet.
@@ -111,12 +135,19 @@ QBFileBookmark::Resolution QBFileBookmark::resolve(const QByteArray& data,
     if (!relativePath.isEmpty()) {
         candidate = QDir::cleanPath(QFileInfo(baseFilePath).absoluteDir().filePath(relativePath));
     }
-    if (candidate.isEmpty() || !QFileInfo::exists(candidate)) {
+    if (candidate.isEmpty() || lookUp(candidate) == ENOENT) {
         candidate = absolutePath;
     }
-    if (candidate.isEmpty() || !QFileInfo::exists(candidate)) {
+    const int lookUpError = candidate.isEmpty() ? ENOENT : lookUp(candidate);
+    if (lookUpError == ENOENT || lookUpError == ENOTDIR) {
         resolution.error = QStringLiteral("The bookmarked file '%1' does not exist")
                                .arg(absolutePath.isEmpty() ? relativePath : absolutePath);
+        return resolution;
+    }
+    if (lookUpError != 0) {
+        // A folder on the way that may not be entered hides the file; say so.
+        resolution.error = QStringLiteral("The bookmarked file '%1' cannot be reached: %2")
+                               .arg(candidate, QString::fromLocal8Bit(std::strerror(lookUpError)));
         return resolution;
     }
 
@@ -125,16 +156,14 @@ QBFileBookmark::Resolution QBFileBookmark::resolve(const QByteArray& data,
         return resolution;
     }
     resolution.path = candidate;
-    resolution.isStale = identity->device != object.value(kDeviceKey).toString() ||
-                         identity->inode != object.value(kInodeKey).toString();
+    resolution.isStale = !recordsFile(object, identity->device, identity->inode);
     return resolution;
 }
 
 bool QBFileBookmark::recordsIdentity(const QByteArray& data, quint64 device, quint64 inode)
 {
-    const QJsonObject object = QJsonDocument::fromJson(data).object();
-    return object.value(kDeviceKey).toString() == QString::number(device) &&
-           object.value(kInodeKey).toString() == QString::number(inode);
+    return recordsFile(QJsonDocument::fromJson(data).object(), QString::number(device),
+                       QString::number(inode));
 }
 
 QByteArray QBFileBookmark::withIdentity(const QByteArray& data, quint64 device, quint64 inode)
@@ -142,6 +171,17 @@ QByteArray QBFileBookmark::withIdentity(const QByteArray& data, quint64 device, 
     QJsonObject object = QJsonDocument::fromJson(data).object();
     object.insert(kDeviceKey, QString::number(device));
     object.insert(kInodeKey, QString::number(inode));
+    object.remove(kPendingDeviceKey);
+    object.remove(kPendingInodeKey);
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+QByteArray QBFileBookmark::withPendingIdentity(const QByteArray& data, quint64 device,
+                                               quint64 inode)
+{
+    QJsonObject object = QJsonDocument::fromJson(data).object();
+    object.insert(kPendingDeviceKey, QString::number(device));
+    object.insert(kPendingInodeKey, QString::number(inode));
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 

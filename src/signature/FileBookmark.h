@@ -7,7 +7,9 @@
 // resolved relative to a base file (the quotes database) so that every process sharing
 // the container finds the same file. The bytes are a small versioned JSON object: the
 // target's path relative to the base file's folder, its absolute path, and its identity
-// (device and inode), which tells a replaced file from the original.
+// (device and inode), which tells a replaced file from the original. While a write is
+// renaming a new file into place, the new file's identity is recorded as pending and
+// counts as the bookmarked file too.
 class QBFileBookmark
 {
 public:
@@ -35,11 +37,14 @@ public:
     // Undecodable data or a missing file is an error; another file there is stale.
     static Resolution resolve(const QByteArray& data, const QString& baseFilePath);
 
-    // Whether |data| records the file with this device and inode.
+    // Whether |data| records the file with this device and inode (or has it pending).
     static bool recordsIdentity(const QByteArray& data, quint64 device, quint64 inode);
     // |data| with the device and inode replaced: the same location now holds a new file
     // that the caller put there itself.
+    // Any pending identity is dropped.
     static QByteArray withIdentity(const QByteArray& data, quint64 device, quint64 inode);
+    // |data| with this device and inode pending: a new file about to be renamed into place.
+    static QByteArray withPendingIdentity(const QByteArray& data, quint64 device, quint64 inode);
 
     // Access needs no grant on Linux; these keep their place around every use.
     static void startAccessingSecurityScopedResource(const QString& path);

@@ -3,14 +3,19 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <optional>
+#include <string_view>
 
 namespace {
 
@@ -69,33 +74,92 @@ Result failed(const QString& error)
     return result;
 }
 
-// Writes |bytes| into a fresh file beside the target and renames it over the target.
-// Returns nothing when the folder takes no temporary file, so the caller writes in place.
-std::optional<Result> replaceThroughTemporaryFile(const QByteArray& targetPath,
-                                                  const struct stat& target,
-                                                  const QByteArray& bytes)
+// NAME in ".NAME.XXXXXX", the name of a new version of NAME, shortened so that the
+// whole name still fits in a folder entry.
+QByteArray temporaryStem(const QByteArray& targetName)
+{
+    return targetName.first(qMin<qsizetype>(targetName.size(), NAME_MAX - 8));
+}
+
+bool isTemporaryNameFor(std::string_view name, const QByteArray& targetName)
+{
+    const QByteArray stemBytes = temporaryStem(targetName);
+    const std::string_view stem(stemBytes.constData(), static_cast<std::size_t>(stemBytes.size()));
+    if (name.size() != stem.size() + 8 || name.front() != '.' ||
+        name.substr(1, stem.size()) != stem || name[stem.size() + 1] != '.') {
+        return false;
+    }
+    return std::all_of(name.end() - 6, name.end(),
+                       [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; });
+}
+
+// Removes the new versions that writes killed before their rename left beside the
+// target. A write in progress holds a lock on its file, so only abandoned ones go.
+void removeLeftoverTemporaryFiles(const QByteArray& folderPath, const QByteArray& targetName)
+{
+    DIR* folder = ::opendir(folderPath.constData());
+    if (!folder) {
+        return;
+    }
+    while (const dirent* entry = ::readdir(folder)) {
+        if (!isTemporaryNameFor(entry->d_name, targetName)) {
+            continue;
+        }
+        FileDescriptor leftover(::openat(::dirfd(folder), entry->d_name,
+                                         O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
+        struct stat status = {};
+        if (leftover.get() >= 0 && ::fstat(leftover.get(), &status) == 0 &&
+            S_ISREG(status.st_mode) && status.st_uid == ::geteuid() &&
+            ::flock(leftover.get(), LOCK_EX | LOCK_NB) == 0) {
+            ::unlinkat(::dirfd(folder), entry->d_name, 0);
+        }
+    }
+    ::closedir(folder);
+}
+
+// Writes |bytes| into a fresh file beside the target and renames it over the target, so
+// a reader sees the old signature or the new one. A folder that takes no new file is a
+// failure: rewriting the target in place would let a reader see it empty or half-written.
+Result replaceThroughTemporaryFile(const QByteArray& targetPath, const struct stat& target,
+                                   const QByteArray& bytes,
+                                   const QBFileReplacer::IdentityCheck& beforeReplacing)
 {
     const QFileInfo info(QFile::decodeName(targetPath));
-    QByteArray temporaryPath = QFile::encodeName(info.absolutePath()) + "/." +
-                               QFile::encodeName(info.fileName()) + ".XXXXXX";
+    const QByteArray folder = QFile::encodeName(info.absolutePath());
+    const QByteArray name = QFile::encodeName(info.fileName());
+    removeLeftoverTemporaryFiles(folder, name);
+    QByteArray temporaryPath = folder + "/." + temporaryStem(name) + ".XXXXXX";
     FileDescriptor temporary(::mkostemp(temporaryPath.data(), O_CLOEXEC));
     if (temporary.get() < 0) {
-        return std::nullopt;
+        return failed(QStringLiteral("no new file can be created in the folder '%1' (%2); the "
+                                     "signature is not rewritten in place, where a mail client "
+                                     "could read it half-written")
+                          .arg(QFile::decodeName(folder), systemError()));
     }
+    // Held until the rename is done, so a cleaner in another process leaves it alone.
+    (void)::flock(temporary.get(), LOCK_EX | LOCK_NB);
     // The new file takes the place of the old one, so it keeps its mode and owner.
     ::fchmod(temporary.get(), target.st_mode & 07777);
     if (::fchown(temporary.get(), target.st_uid, target.st_gid) != 0) {
         // Only root may give a file away; the user's own file stays the user's anyway.
     }
     struct stat written = {};
-    const bool ok = writeAll(temporary.get(), bytes) && ::fsync(temporary.get()) == 0 &&
-                    ::fstat(temporary.get(), &written) == 0 && temporary.close() &&
-                    ::rename(temporaryPath.constData(), targetPath.constData()) == 0;
+    bool ok = writeAll(temporary.get(), bytes) && ::fsync(temporary.get()) == 0 &&
+              ::fstat(temporary.get(), &written) == 0;
+    QString error = ok ? QString() : systemError();
+    if (ok && beforeReplacing && !beforeReplacing(written.st_dev, written.st_ino)) {
+        ok = false;
+        error = QStringLiteral("the new file could not be recorded");
+    }
+    if (ok && ::rename(temporaryPath.constData(), targetPath.constData()) != 0) {
+        ok = false;
+        error = systemError();
+    }
     if (!ok) {
-        const QString error = systemError();
         ::unlink(temporaryPath.constData());
         return failed(error);
     }
+    temporary.close();
     Result result;
     result.status = Result::Status::Written;
     result.device = written.st_dev;
@@ -106,7 +170,8 @@ std::optional<Result> replaceThroughTemporaryFile(const QByteArray& targetPath,
 } // namespace
 
 QBFileReplacer::Result QBFileReplacer::replaceContent(const QString& path, const QByteArray& bytes,
-                                                      const IdentityCheck& isExpectedFile)
+                                                      const IdentityCheck& isExpectedFile,
+                                                      const IdentityCheck& beforeReplacing)
 {
     const QByteArray encodedPath = QFile::encodeName(path);
     // O_WRONLY also proves the file may be written; O_NONBLOCK makes a FIFO without a
@@ -128,17 +193,5 @@ QBFileReplacer::Result QBFileReplacer::replaceContent(const QString& path, const
         result.status = Result::Status::NotTheExpectedFile;
         return result;
     }
-    if (std::optional<Result> replaced = replaceThroughTemporaryFile(encodedPath, status, bytes)) {
-        return *replaced;
-    }
-    // The file keeps its identity here, so the caller's record of it stays valid.
-    if (::ftruncate(target.get(), 0) != 0 || !writeAll(target.get(), bytes) ||
-        ::fsync(target.get()) != 0 || !target.close()) {
-        return failed(systemError());
-    }
-    Result result;
-    result.status = Result::Status::Written;
-    result.device = status.st_dev;
-    result.inode = status.st_ino;
-    return result;
+    return replaceThroughTemporaryFile(encodedPath, status, bytes, beforeReplacing);
 }

@@ -7,8 +7,9 @@
 
 // Replaces the whole content of an existing regular file so that a reader sees the old
 // content or the new one, never an empty or partial file: the new bytes go into a
-// temporary file in the same folder, which is then renamed over the target. A folder
-// that cannot take a temporary file is written in place instead.
+// temporary file ".NAME.XXXXXX" in the same folder, which is then renamed over the
+// target. A folder that cannot take a temporary file is a failure, never a rewrite in
+// place. Temporary files that killed writes left behind are removed first.
 //
 // The target is opened without blocking and without following a final symbolic link,
 // and the identity of what was opened (not of the path) is checked, so a FIFO or link
@@ -32,6 +33,9 @@ public:
     };
     using IdentityCheck = std::function<bool(quint64 device, quint64 inode)>;
 
+    // |beforeReplacing|, when given, learns the new file's identity once its bytes are on
+    // disk and before it takes the target's place; false cancels the write.
     static Result replaceContent(const QString& path, const QByteArray& bytes,
-                                 const IdentityCheck& isExpectedFile);
+                                 const IdentityCheck& isExpectedFile,
+                                 const IdentityCheck& beforeReplacing = {});
 };

@@ -19,6 +19,12 @@ const std::vector<QBSettingsKey>& settingsKeys()
          QBSettingsStore::StandardMirroredToSuite},
         {QBDefaultsShareUsageStatistics, QMetaType::Bool, QVariant(),
          QBSettingsStore::StandardMirroredToSuite},
+        {QBDefaultsSignatureTemplate, QMetaType::QString, QVariant(),
+         QBSettingsStore::StandardMirroredToSuite},
+        {QBDefaultsSignatureWrapColumn, QMetaType::LongLong, QVariant(),
+         QBSettingsStore::StandardMirroredToSuite},
+        {QBDefaultsSignatureMaxLines, QMetaType::LongLong, QVariant(),
+         QBSettingsStore::StandardMirroredToSuite},
         {QBPrivateDefaultsOutputFileSSB, QMetaType::QByteArray, QVariant(),
          QBSettingsStore::SuiteOnly},
     };

@@ -22,6 +22,14 @@ inline const QString QBDefaultsAutoRandomize = QStringLiteral("QBDefaultsAutoRan
 // Whether usage statistics may be sent: on until the user turns it off.
 inline const QString QBDefaultsShareUsageStatistics =
     QStringLiteral("QBDefaultsShareUsageStatistics");
+// The signature's text around the quote, with "{quote}" where the quote goes; missing
+// means the quote alone.
+inline const QString QBDefaultsSignatureTemplate = QStringLiteral("QBDefaultsSignatureTemplate");
+// The column at which the quote's lines are wrapped; 0 or missing: not wrapped.
+inline const QString QBDefaultsSignatureWrapColumn =
+    QStringLiteral("QBDefaultsSignatureWrapColumn");
+// The most lines a quote may take after wrapping; 0 or missing: no limit.
+inline const QString QBDefaultsSignatureMaxLines = QStringLiteral("QBDefaultsSignatureMaxLines");
 inline const QString QBPrivateDefaultsOutputFileSSB =
     QStringLiteral("QBPrivateDefaultsOutputFileSSB");
 

@@ -2,9 +2,13 @@
 
 #include "logging/ULog.h"
 #include "model/Notifications.h"
+#include "model/QuoteValueObject.h"
+#include "model/SignatureState.h"
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
+#include "signature/SignatureFileChooser.h"
+#include "signature/SignatureSection.h"
 #include "telemetry/QBTelemetryHelper.h"
 #include "ui/Alert.h"
 #include "ui/HelpBook.h"
@@ -14,6 +18,9 @@
 
 #include <QCheckBox>
 #include <QLocale>
+#include <QScrollArea>
+#include <QTimer>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -41,7 +48,21 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
     : QWidget(parent), mUi(std::make_unique<Ui::QBSettingsView>()),
       mStandardDefaults(standardDefaults), mMirror(standardDefaults, sharedDefaults)
 {
-    mUi->setupUi(this);
+    // The page scrolls rather than squeezing its controls in a small window.
+    auto* content = new QWidget;
+    mUi->setupUi(content);
+    auto* scrollArea = new QScrollArea(this);
+    scrollArea->setObjectName(QStringLiteral("settingsScrollArea"));
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setWidget(content);
+    auto* pageLayout = new QVBoxLayout(this);
+    pageLayout->setContentsMargins(0, 0, 0, 0);
+    pageLayout->addWidget(scrollArea);
+    // Above the spacer that keeps the help button at the bottom.
+    mSignatureSection = new QBSignatureSection(standardDefaults, content);
+    mUi->mainLayout->insertWidget(
+        mUi->mainLayout->indexOf(mUi->usageStatisticsUnavailableLabel) + 1, mSignatureSection);
     connect(mUi->changeIntervalPopupButton, &QComboBox::activated, this,
             &QBSettingsViewController::handleChangeIntervalSelected);
     connect(mUi->choosePathButton, &QPushButton::clicked, this,
@@ -59,12 +80,50 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
                 userDefaultsDidChange();
             }
         });
+    // The preview follows the list's selection and the edits of the selected quote.
+    mSelectionObserver = QBNotificationCenter::defaultCenter().addObserver(
+        QBQuoteSelectedNotification, [this](const QBNotification& notification) {
+            mPreviewedQuote = qobject_cast<QBQuoteValueObject*>(notification.object);
+            mSignatureSection->setPreviewQuote(mPreviewedQuote ? mPreviewedQuote->content()
+                                                               : QString());
+        });
+    mQuoteUpdateObserver = QBNotificationCenter::defaultCenter().addObserver(
+        QBQuoteDidUpdateNotification, [this](const QBNotification& notification) {
+            if (mPreviewedQuote && notification.userInfo.value(QBKeyQuoteUID).toString() ==
+                                       mPreviewedQuote->quoteUID()) {
+                // After the value object itself has taken the new text.
+                QTimer::singleShot(0, this, [this] {
+                    if (mPreviewedQuote) {
+                        mSignatureSection->setPreviewQuote(mPreviewedQuote->content());
+                    }
+                });
+            }
+        });
     updateControls();
+    if (mStandardDefaults.boolForKey(QBDefaultsAutoRandomize))
+        mHelperAppControl.watchRunningHelper();
+    showRotationState();
 }
 
 QBSettingsViewController::~QBSettingsViewController()
 {
     QBNotificationCenter::defaultCenter().removeObserver(mDefaultsObserver);
+    QBNotificationCenter::defaultCenter().removeObserver(mSelectionObserver);
+    QBNotificationCenter::defaultCenter().removeObserver(mQuoteUpdateObserver);
+}
+
+void QBSettingsViewController::setSignatureState(QBSignatureState* state)
+{
+    mSignatureState = state;
+    connect(state, &QBSignatureState::changed, this, &QBSettingsViewController::showRotationState);
+    showRotationState();
+}
+
+void QBSettingsViewController::showRotationState()
+{
+    mUi->rotationStatusLabel->setVisible(mSignatureState != nullptr);
+    if (mSignatureState != nullptr)
+        mUi->rotationStatusLabel->setText(mSignatureState->rotationDescription());
 }
 
 void QBSettingsViewController::bindCheckBox(QCheckBox* checkBox, const QString& key)
@@ -91,7 +150,12 @@ void QBSettingsViewController::updateControls()
         sharesUsageStatistics(mStandardDefaults.objectForKey(QBDefaultsShareUsageStatistics)));
     mUi->usageStatisticsUnavailableLabel->setVisible(!canShare);
 
-    mUi->outputPathField->setText(mStandardDefaults.stringForKey(QBDefaultsSignatureOutputPath));
+    const QString path = mStandardDefaults.stringForKey(QBDefaultsSignatureOutputPath);
+    mUi->outputPathField->setText(path);
+    // A long path shows its file name, not its start; the tooltip holds all of it.
+    mUi->outputPathField->setCursorPosition(int(path.size()));
+    mUi->outputPathField->setToolTip(path);
+    mSignatureSection->updateFromDefaults();
 }
 
 void QBSettingsViewController::showEvent(QShowEvent* event)
@@ -137,8 +201,7 @@ void QBSettingsViewController::handleChangeIntervalSelected(int index)
 
 void QBSettingsViewController::pathFieldClicked()
 {
-    QBCurrentSignatureFileHelper::askPathToOutputSignatureFile(
-        [this](const QUrl& url) { updateOutputFilePath(url); });
+    QBSignatureFileChooser::chooseFile([this](const QUrl& url) { updateOutputFilePath(url); });
 }
 
 void QBSettingsViewController::handleHelpClicked()
@@ -148,22 +211,7 @@ void QBSettingsViewController::handleHelpClicked()
 
 void QBSettingsViewController::updateOutputFilePath(const QUrl& url)
 {
-    const QString path = url.toLocalFile();
-    logInfoMessage(QStringLiteral("Path changed to ") + path);
-    if (path.isEmpty()) {
-        logWarningMessage("Empty path received in updateOutputFilePath(_:)");
-        return;
-    }
-    if (QBCurrentSignatureFileHelper::isPathOnICloudDrive(url)) {
-        //% "Please Choose Different Location"
-        QBAlert::shared().warningWithTitle(qtTrId("PleaseChooseDifferentLocation"),
-                                           //% "iCloud Drive Not Yet Supported"
-                                           qtTrId("ICloudDriveNotYetSupported"));
-        return;
-    }
-    mStandardDefaults.setObject(path, QBDefaultsSignatureOutputPath);
-    QBCurrentSignatureFileHelper::createSecurityScopedBookmarkForPath(url);
-    QBNotificationCenter::defaultCenter().post(QBWriteCurrentQuoteNotification, this);
+    QBSignatureFileChooser::useFile(url, mStandardDefaults, this);
 }
 
 bool QBSettingsViewController::snapshotBool(const QString& key) const

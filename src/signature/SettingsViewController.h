@@ -4,6 +4,7 @@
 #include "signature/HelperAppControl.h"
 #include "util/NotificationCenter.h"
 
+#include <QPointer>
 #include <QUrl>
 #include <QVariantMap>
 #include <QWidget>
@@ -13,11 +14,15 @@
 namespace Ui {
 class QBSettingsView;
 }
+class QBSignatureState;
 class QBUserDefaults;
 class QBSharedUserDefaults;
+class QBQuoteValueObject;
+class QBSignatureSection;
 
 // The settings page: the signature file's path (with a button to choose another), the interval
-// of the helper process, and check boxes bound both ways to the application's defaults.
+// of the helper process, check boxes bound both ways to the application's defaults, and
+// the signature's template and fit rules with a preview of the selected quote.
 // On every change of those defaults it mirrors them into the shared suite, asks for a
 // duplicate check when warnings were turned on, and turns the helper on or off; a new
 // interval restarts the helper.
@@ -44,6 +49,9 @@ public:
     void viewWillAppear();
     // Takes the file the user chose as the signature file, unless it is unusable.
     void updateOutputFilePath(const QUrl& url);
+    // Shows under the automatic-change switch what the helper is doing now.
+    void setSignatureState(QBSignatureState* state);
+    QBSignatureSection& signatureSection() { return *mSignatureSection; }
 
 signals:
     void isRandomizingChanged(bool isRandomizing);
@@ -54,6 +62,7 @@ protected:
 private:
     void userDefaultsDidChange();
     void updateControls();
+    void showRotationState();
     void bindCheckBox(class QCheckBox* checkBox, const QString& key);
     bool snapshotBool(const QString& key) const;
 
@@ -63,5 +72,10 @@ private:
     QBHelperAppControl mHelperAppControl;
     QVariantMap mLastDefaults;
     bool mIsRandomizing = false;
+    QBSignatureState* mSignatureState = nullptr;
     QBNotificationToken mDefaultsObserver;
+    QBNotificationToken mSelectionObserver;
+    QBNotificationToken mQuoteUpdateObserver;
+    QBSignatureSection* mSignatureSection;
+    QPointer<QBQuoteValueObject> mPreviewedQuote; // the list's selection
 };

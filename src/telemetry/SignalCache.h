@@ -22,7 +22,8 @@ public:
     static constexpr qint64 maximumCacheFileBytes = 64'000'000;
 
     // Keeps its records in the file at |filePath|; an empty path keeps them in memory.
-    explicit SignalCache(QString filePath, std::optional<LogHandler> logHandler = std::nullopt)
+    // A default LogHandler has no handler and logs nothing.
+    explicit SignalCache(QString filePath, LogHandler logHandler = {})
         : mFilePath(std::move(filePath)), mLogHandler(std::move(logHandler))
     {}
 
@@ -119,13 +120,11 @@ public:
 private:
     void log(LogHandler::LogLevel level, const QString& message) const
     {
-        if (mLogHandler) {
-            mLogHandler->log(level, message);
-        }
+        mLogHandler.log(level, message);
     }
 
     const QString mFilePath;
-    const std::optional<LogHandler> mLogHandler;
+    const LogHandler mLogHandler;
     mutable QReadWriteLock mLock;
     QList<Element> mCachedSignals; // guarded by mLock
 };

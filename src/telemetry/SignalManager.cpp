@@ -22,7 +22,12 @@ SignalManager::SignalManager(std::shared_ptr<SharedConfiguration> configuration,
     mBuildQueue.setObjectName(QStringLiteral("com.tallyhub.SignalManager.build"));
     // Read first on the serial queue: the window does not wait for a large file, and
     // records built afterwards still come after the cached ones.
-    mBuildQueue.start([this] { mSignalCache.loadFromFile(); });
+    mBuildQueue.start([this] {
+        mSignalCache.loadFromFile();
+        // Signals requested while the file was read are queued before this; they leave
+        // with the file's records at once instead of waiting for the first tick.
+        sendWhenBuilt();
+    });
     connect(&mSendTimer, &QTimer::timeout, this,
             &SignalManager::attemptToSendNextBatchOfCachedSignals);
 }
@@ -39,8 +44,25 @@ SignalManager::~SignalManager()
 
 void SignalManager::startSending(std::chrono::milliseconds interval)
 {
-    attemptToSendNextBatchOfCachedSignals();
     mSendTimer.start(interval);
+    // The first attempt waits for the cache file and for the records requested so far
+    // (the start-up signal), which the build queue still holds.
+    sendWhenBuilt();
+}
+
+void SignalManager::sendWhenBuilt()
+{
+    mBuildQueue.start([this] {
+        QMetaObject::invokeMethod(this, &SignalManager::sendIfStarted, Qt::QueuedConnection);
+    });
+}
+
+void SignalManager::sendIfStarted()
+{
+    // One batch at a time here, so the backlog reaches the server in its order.
+    if (mSendTimer.isActive() && mBatchesInFlight.isEmpty()) {
+        attemptToSendNextBatchOfCachedSignals();
+    }
 }
 
 void SignalManager::processSignal(const SignalRequest& request)

@@ -32,7 +32,8 @@ public:
                   const QString& cacheFilePath, QObject* parent = nullptr);
     ~SignalManager() override;
 
-    // One attempt now, then one per tick of the send timer.
+    // One attempt as soon as the cache file and the records requested so far are in the
+    // cache, then one per tick of the send timer.
     void startSending(std::chrono::milliseconds interval = kDefaultSendInterval);
     // Returns at once; the record is built and cached on a background thread.
     void processSignal(const SignalRequest& request);
@@ -57,6 +58,10 @@ signals:
 
 private:
     void handleReply(QNetworkReply* reply);
+    // Queues an attempt behind the records being built.
+    void sendWhenBuilt();
+    // Posts the next batch once sending has started and no batch is on its way.
+    void sendIfStarted();
     QNetworkAccessManager* networkAccessManager(const TelemetryManagerConfiguration& configuration);
 
     const std::shared_ptr<SharedConfiguration> mConfiguration;

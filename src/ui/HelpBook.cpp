@@ -1,7 +1,10 @@
 #include "ui/HelpBook.h"
 
+#include "core/AppIdentity.h"
 #include "core/Bundle.h"
 #include "logging/ULog.h"
+#include "ui/HelpWindow.h"
+#include "util/UserMessages.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -78,5 +81,20 @@ bool QBHelpBook::openHelpAnchor(const QString& anchor)
         logWarningMessage(QStringLiteral("No help book to open at <%1>").arg(anchor));
         return false;
     }
-    return QDesktopServices::openUrl(url);
+    if (QDesktopServices::openUrl(url))
+        return true;
+    logWarningMessage(
+        QStringLiteral("No browser could open the help at <%1>; showing it in the help window")
+            .arg(url.toString()));
+    QBHelpWindow::showPage(url);
+    QBUserMessages::shared().show(
+        {QBUserMessage::Kind::Information,
+         //% "No web browser could open the help, so it is shown in a window of %1."
+         qtTrId("HelpShownInAppMessage").arg(QString::fromUtf8(qbidentity::kDisplayName)),
+         {},
+         {},
+         {},
+         {},
+         QStringLiteral("help")});
+    return true;
 }

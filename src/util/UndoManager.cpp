@@ -43,10 +43,12 @@ void QBUndoManager::registerUndoWithTarget(const void* target, std::function<voi
     openAutomaticGroupIfNeeded();
     if (mGroupingLevel == 0) {
         // No grouping at all: every registration is a step of its own.
-        fileGroup(Group{Step{target, std::move(operation)}});
+        fileGroup(Group{{Step{target, std::move(operation)}}, QString(), ++mLastSerial});
         return;
     }
-    mOpenGroup.push_back(Step{target, std::move(operation)});
+    if (mOpenGroup.steps.empty())
+        mOpenGroup.serial = ++mLastSerial;
+    mOpenGroup.steps.push_back(Step{target, std::move(operation)});
 }
 
 void QBUndoManager::beginUndoGrouping()
@@ -67,16 +69,51 @@ void QBUndoManager::endUndoGrouping()
 
 void QBUndoManager::fileGroup(Group group)
 {
-    if (group.empty())
+    if (group.steps.empty())
         return;
     auto& stack = mState == State::Undoing ? mRedoStack : mUndoStack;
     stack.push_back(std::move(group));
     emit stackChanged();
 }
 
+const QBUndoManager::Group* QBUndoManager::undoTop() const
+{
+    if (mState == State::Idle && mGroupingLevel > 0 && !mOpenGroup.steps.empty())
+        return &mOpenGroup;
+    return mUndoStack.empty() ? nullptr : &mUndoStack.back();
+}
+
+void QBUndoManager::setActionName(const QString& name)
+{
+    if (mState != State::Idle)
+        return;
+    if (mGroupingLevel > 0)
+        mOpenGroup.name = name;
+    else if (!mUndoStack.empty())
+        mUndoStack.back().name = name;
+    emit stackChanged();
+}
+
+QString QBUndoManager::undoActionName() const
+{
+    const Group* top = undoTop();
+    return top != nullptr ? top->name : QString();
+}
+
+QString QBUndoManager::redoActionName() const
+{
+    return mRedoStack.empty() ? QString() : mRedoStack.back().name;
+}
+
+quint64 QBUndoManager::undoTopSerial() const
+{
+    const Group* top = undoTop();
+    return top != nullptr ? top->serial : 0;
+}
+
 bool QBUndoManager::canUndo() const
 {
-    return !mUndoStack.empty() || (mAutomaticGroupOpen && !mOpenGroup.empty());
+    return !mUndoStack.empty() || (mAutomaticGroupOpen && !mOpenGroup.steps.empty());
 }
 
 bool QBUndoManager::canRedo() const
@@ -114,14 +151,15 @@ void QBUndoManager::runGroup(std::vector<Group>& from, State state, const QStrin
     // The steps' own registrations (their inverses) form the opposite group.
     mState = state;
     mGroupingLevel = 1;
-    for (auto step = group.rbegin(); step != group.rend(); ++step)
+    for (auto step = group.steps.rbegin(); step != group.steps.rend(); ++step)
         step->operation();
     mGroupingLevel = 0;
     Group inverse = std::exchange(mOpenGroup, {});
+    inverse.name = group.name;
     mState = State::Idle;
 
     auto& opposite = state == State::Undoing ? mRedoStack : mUndoStack;
-    if (!inverse.empty())
+    if (!inverse.steps.empty())
         opposite.push_back(std::move(inverse));
     emit stackChanged();
     QBNotificationCenter::defaultCenter().post(didName, this);
@@ -131,7 +169,7 @@ void QBUndoManager::removeAllActions()
 {
     mUndoStack.clear();
     mRedoStack.clear();
-    mOpenGroup.clear();
+    mOpenGroup = {};
     emit stackChanged();
 }
 
@@ -139,11 +177,12 @@ void QBUndoManager::removeAllActionsWithTarget(const void* target)
 {
     const auto dropTarget = [target](std::vector<Group>& stack) {
         for (Group& group : stack)
-            std::erase_if(group, [target](const Step& step) { return step.target == target; });
-        std::erase_if(stack, [](const Group& group) { return group.empty(); });
+            std::erase_if(group.steps,
+                          [target](const Step& step) { return step.target == target; });
+        std::erase_if(stack, [](const Group& group) { return group.steps.empty(); });
     };
     dropTarget(mUndoStack);
     dropTarget(mRedoStack);
-    std::erase_if(mOpenGroup, [target](const Step& step) { return step.target == target; });
+    std::erase_if(mOpenGroup.steps, [target](const Step& step) { return step.target == target; });
     emit stackChanged();
 }

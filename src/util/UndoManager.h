@@ -43,6 +43,16 @@ public:
     bool groupsByEvent() const { return mGroupsByEvent; }
     void setGroupsByEvent(bool groupsByEvent) { mGroupsByEvent = groupsByEvent; }
 
+    // Names the group being filed (or, with none open, the last one filed) for the Edit
+    // menu: "Undo Remove All". The inverse of a group takes over its name. Ignored while
+    // undoing or redoing.
+    void setActionName(const QString& name);
+    QString undoActionName() const;
+    QString redoActionName() const;
+    // Tells apart the groups that Undo would take back: changes whenever another group
+    // comes on top of the undo stack (0 for an empty stack).
+    quint64 undoTopSerial() const;
+
     bool canUndo() const;
     bool canRedo() const;
     void undo();
@@ -66,7 +76,12 @@ private:
         const void* target;
         std::function<void()> operation;
     };
-    using Group = std::vector<Step>;
+    struct Group
+    {
+        std::vector<Step> steps;
+        QString name;
+        quint64 serial = 0;
+    };
     enum class State
     {
         Idle,
@@ -74,6 +89,8 @@ private:
         Redoing
     };
 
+    // The group Undo would run: the open one once it holds a step, else the stack's top.
+    const Group* undoTop() const;
     void openAutomaticGroupIfNeeded();
     void fileGroup(Group group);
     void runGroup(std::vector<Group>& from, State state, const QString& willName,
@@ -82,6 +99,7 @@ private:
     std::vector<Group> mUndoStack;
     std::vector<Group> mRedoStack;
     Group mOpenGroup; // nested groups are flattened into the outermost open one
+    quint64 mLastSerial = 0;
     int mGroupingLevel = 0;
     bool mAutomaticGroupOpen = false;
     bool mGroupsByEvent = true;

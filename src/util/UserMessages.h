@@ -22,6 +22,9 @@ struct QBUserMessage
     // A button beside the text ("Try Again", "Undo"); none when the text is empty.
     QString actionText;
     std::function<void()> action;
+    // A link after the text to this page of the help book (an anchor), e.g. "How?".
+    QString linkText;
+    QString helpAnchor;
     // A message with the same topic replaces the one shown (a second failed save does not
     // stack a second bar); an empty topic replaces only messages without a topic.
     QString topic;

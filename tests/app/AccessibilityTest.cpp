@@ -3,6 +3,7 @@
 #include "app/EditorAreaViewController.h"
 #include "app/QuotesEditorViewController.h"
 #include "import/BatchImportDialogs.h"
+#include "import/QuoteFile.h"
 #include "signature/SettingsKeys.h"
 #include "ui/NamedColors.h"
 
@@ -13,11 +14,13 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
+#include <QRadioButton>
 #include <QStyle>
 #include <QTest>
 #include <QTextEdit>
@@ -92,6 +95,10 @@ TEST_F(AccessibilityTest, MainWindowSettingsSeparatorQuestionAndAboutAreNamedAnd
         mWindow->editorAreaViewController()->quotesEditorViewController()->quoteTextView();
     text->setFocus();
     QTest::keyClicks(text, QStringLiteral("!"));
+    // The walk covers the first-run hint's buttons and the status bar's too.
+    for (const char* shown :
+         {"messageAction", "messageClose", "chooseSignatureFileButton", "nextQuoteButton"})
+        ASSERT_TRUE(child<QAbstractButton>(shown)->isVisible()) << shown;
     {
         SCOPED_TRACE("editor page");
         expectNoFaults(mWindow);
@@ -99,21 +106,53 @@ TEST_F(AccessibilityTest, MainWindowSettingsSeparatorQuestionAndAboutAreNamedAnd
     QTest::keyClick(text, Qt::Key_Escape);
 
     mWindow->switchToSettings();
+    ASSERT_TRUE(child<QWidget>("signatureTemplateEdit")->isVisible());
     {
         SCOPED_TRACE("settings page");
         expectNoFaults(mWindow);
     }
 
-    QBBatchImportDialogs::askUserForSeparatorToUse(
-        {QStringLiteral("%"), QStringLiteral("\n"), QStringLiteral("--")}, [](const QString&) {});
-    auto* question = mWindow->findChild<QMessageBox*>();
-    ASSERT_NE(question, nullptr);
+    // A fortune file with blank lines inside its quotes: the question offers both.
+    const QString path = QDir::home().filePath(QStringLiteral("fortunes.txt"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("One\n\nstill one\n%\nTwo\n%\nThree\n\nFour\n");
+    file.close();
+    QBBatchImportDialogs::askUserForSeparatorToUse(QBQuoteFile::load(path),
+                                                   [](std::optional<QBSeparatorChoice>) {});
+    auto* choices = mWindow->findChild<QWidget*>(QStringLiteral("separatorChoices"));
+    ASSERT_NE(choices, nullptr);
+    QWidget* question = choices->window();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(question));
+    QStringList spoken;
+    for (QRadioButton* choice : choices->findChildren<QRadioButton*>())
+        spoken << choice->accessibleName();
+    EXPECT_TRUE(spoken.contains(qtTrId("BatchImportSeparatorPercentLine")))
+        << spoken.join(u'|').toStdString();
+    EXPECT_TRUE(spoken.contains(qtTrId("BatchImportSeparatorBlankLine")))
+        << spoken.join(u'|').toStdString();
     {
         SCOPED_TRACE("separator question");
         expectNoFaults(question);
     }
-    question->reject();
+    question->close();
+
+    // The empty list's placeholder buttons.
+    child<QAction>("removeAllQuotesAction")->trigger();
+    auto* confirm = mWindow->findChild<QMessageBox*>();
+    ASSERT_NE(confirm, nullptr);
+    for (QAbstractButton* button : confirm->buttons()) {
+        if (confirm->buttonRole(button) == QMessageBox::YesRole)
+            QTest::mouseClick(button, Qt::LeftButton);
+    }
+    ASSERT_TRUE(QTest::qWaitFor([this] {
+        auto* add = child<QAbstractButton>("addQuoteActionButton");
+        return add != nullptr && add->isVisible();
+    }));
+    {
+        SCOPED_TRACE("empty list");
+        expectNoFaults(mWindow);
+    }
 
     mDelegate.showAboutWindow();
     {

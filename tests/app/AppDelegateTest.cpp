@@ -3,13 +3,16 @@
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
 #include "model/QuoteEditHelper.h"
+#include "util/UserMessages.h"
 
 #include "LaunchedAppFixture.h"
 
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -78,6 +81,22 @@ TEST_F(AppDelegateTest, DuplicatesAreAskedAboutOnTheWindow)
             button->click();
     }
     EXPECT_EQ(quotes.size(), seeded);
+}
+
+// Another program rewrote the database behind the window: saving keeps their version
+// as a copy, and the user learns where.
+TEST_F(AppDelegateTest, SavingOverAnotherProgramsChangeTellsWhereTheirCopyIsKept)
+{
+    writeQuotesFile(mDbPath.toStdString(), {CQuoteRecord("theirs", "their-id")});
+    action("saveAction")->trigger();
+    const QStringList copies =
+        QFileInfo(mDbPath).dir().entryList({QStringLiteral("quotes.db.conflict-*")}, QDir::Files);
+    ASSERT_EQ(copies.size(), 1);
+    const QBUserMessage& message = QBUserMessages::shared().lastMessage();
+    EXPECT_EQ(message.topic, QStringLiteral("quotes-conflict"));
+    EXPECT_EQ(message.kind, QBUserMessage::Kind::Warning);
+    EXPECT_TRUE(message.text.contains(QFileInfo(mDbPath).dir().filePath(copies.first())))
+        << message.text.toStdString();
 }
 
 TEST_F(AppDelegateTest, ClosingTheWindowOrQuitEndsTheProgramWithoutSaving)

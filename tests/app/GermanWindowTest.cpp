@@ -1,5 +1,8 @@
 // The launched application and the command lines of both executables under LANGUAGE=de.
 #include "app/EditorAreaViewController.h"
+#include "core/QuotesRepository.h"
+#include "ui/ElidedLabel.h"
+#include "ui/MessageBar.h"
 
 #include "LaunchedAppFixture.h"
 
@@ -9,6 +12,8 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QProcess>
+#include <QTest>
+#include <QToolButton>
 
 #include <gtest/gtest.h>
 
@@ -46,21 +51,32 @@ TEST_F(GermanWindowTest, MenusButtonsAlertsAndTheSettingsPageReadGerman)
     EXPECT_EQ(menus, (QStringList{u"&Datei"_s, u"&Bearbeiten"_s, u"&Zitate"_s, u"&Hilfe"_s}));
     EXPECT_EQ(child<QAbstractButton>("removeAllButton")->text(), u"Alle e&ntfernen"_s);
 
-    // "Use as Signature" without a signature file: the alert, with Qt's own OK button.
-    QListView* list = mWindow->quotesListView();
-    list->setCurrentIndex(list->model()->index(0, 0));
-    child<QAction>("chooseQuoteAction")->trigger();
-    auto* alert = mWindow->findChild<QMessageBox*>();
-    ASSERT_NE(alert, nullptr);
-    EXPECT_EQ(alert->windowTitle() + u" / "_s + alert->text(),
-              u"Keine Ausgabedatei festgelegt / Bitte legen Sie eine Ausgabedatei fest"_s);
-    alert->done(0);
+    // Remove All asks first, with the count; the first-run hint reads German too.
+    const auto count = qsizetype(CQuotesRepository::getInstance().mQuotes.size());
+    child<QAction>("removeAllQuotesAction")->trigger();
+    auto* question = mWindow->findChild<QMessageBox*>();
+    ASSERT_NE(question, nullptr);
+    EXPECT_EQ(question->windowTitle(), u"Alle %1 Zitate entfernen?"_s.arg(count));
+    question->done(0);
+    const QBMessageItem* hint = mWindow->findChild<QBMessageItem*>();
+    ASSERT_NE(hint, nullptr);
+    EXPECT_TRUE(hint->text().startsWith(u"Wählen Sie zuerst"_s)) << hint->text().toStdString();
 
     // The settings page, built from its form with text ids.
     QWidget* settings = mWindow->editorAreaViewController()->settingsViewController();
     ASSERT_NE(settings, nullptr);
     EXPECT_EQ(settings->findChild<QCheckBox*>(u"shareUsageStatisticsCheckBox"_s)->text(),
               u"Anonyme Nutzungsstatistiken &teilen"_s);
+
+    // The status bar reads German and its longer texts do not widen the window.
+    mWindow->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(mWindow));
+    EXPECT_EQ(child<LMElidedLabel>("signaturePathLabel")->fullText(),
+              u"Keine Signaturdatei ausgewählt"_s);
+    EXPECT_EQ(child<LMElidedLabel>("rotationLabel")->fullText(),
+              u"Automatischer Zitatwechsel ist aus"_s);
+    EXPECT_EQ(child<QToolButton>("nextQuoteButton")->text(), u"Nächstes Zitat jetzt"_s);
+    EXPECT_LE(mWindow->minimumSizeHint().width(), mWindow->width());
 }
 
 TEST(GermanCommandLineTest, HelpAndErrorsOfBothExecutablesReadGerman)

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -15,6 +16,7 @@
 #include <filesystem>
 #include <set>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -170,14 +172,17 @@ TEST(LaunchProcessTest, CommandLineIsAnsweredOnTheTerminalWithoutADisplay)
     };
     const QString version = QStringLiteral("quillbox2 " QB_VERSION "\n");
     const Case cases[] = {
-        {{u"--help"_s}, 0, u"-v, --version  Show the version"_s, {}},
+        {{u"--help"_s}, 0, u"--export <FILE>     Write the collection to FILE"_s, {}},
         {{u"--version"_s}, 0, version, {}},
         {{u"-style"_s, u"fusion"_s, u"-v"_s}, 0, version, {}},
         {{u"--bogus"_s},
          1,
          {},
          u"Unknown option 'bogus'.\nTry 'quillbox2 --help' for more information.\n"_s},
-        {{u"quotes.txt"_s}, 1, {}, u"Unexpected argument 'quotes.txt'"_s},
+        {{u"--dry-run"_s, u"quotes.txt"_s},
+         1,
+         {},
+         u"--separator and --dry-run go with --import, --format with --export."_s},
     };
     QBTestHome home;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -199,6 +204,79 @@ TEST(LaunchProcessTest, CommandLineIsAnsweredOnTheTerminalWithoutADisplay)
         EXPECT_EQ(out.isEmpty(), c.exitCode != 0) << line.toStdString();
     }
     EXPECT_FALSE(QFile::exists(home.filePath(kLog)));
+}
+
+// Runs quillbox2 with |arguments| to its end; exit code, standard output and error.
+std::tuple<int, QString, QString> runToEnd(const QStringList& arguments)
+{
+    QProcess process;
+    process.start(kApp, arguments);
+    EXPECT_TRUE(process.waitForFinished(30000)) << arguments.join(u' ').toStdString();
+    return {process.exitCode(), QString::fromLocal8Bit(process.readAllStandardOutput()),
+            QString::fromLocal8Bit(process.readAllStandardError())};
+}
+
+TEST(LaunchProcessTest, ScriptsImportAndExportWithoutAWindowAndFailuresChangeNothing)
+{
+    QBTestHome home;
+    const QString quotes = home.filePath(u"my quotes.txt"_s);
+    ASSERT_TRUE(writeFileBytes(quotes, "One\r\n%\r\nTwo, up 100%\r\nand on\r\n%\r\n"));
+    const auto [dryCode, dryOut, dryErr] = runToEnd({u"--import"_s, quotes, u"--dry-run"_s});
+    EXPECT_EQ(dryCode, 0) << dryErr.toStdString();
+    EXPECT_EQ(dryOut, quotes + u": 2 quotes, separator “%”\n"_s);
+    EXPECT_FALSE(QFile::exists(home.filePath(kDb)));
+
+    // The first import makes the collection (the seed and the two quotes), the second
+    // finds both quotes there already.
+    const auto [code, out, err] = runToEnd({u"--import"_s, quotes});
+    EXPECT_EQ(code, 0) << err.toStdString();
+    EXPECT_EQ(out, u"Imported 2 quotes from “my quotes.txt”.\n"_s);
+    std::vector<CQuoteRecord> records;
+    readQuotesFile(home.filePath(kDb).toStdString(), records);
+    ASSERT_GE(records.size(), 3u);
+    EXPECT_EQ(records.back().mContent, "Two, up 100%\nand on");
+    const auto [againCode, againOut, againErr] =
+        runToEnd({u"--import"_s, quotes, u"--separator"_s, u"%"_s});
+    EXPECT_EQ(againOut, u"Imported 2 quotes from “my quotes.txt”. 2 of them were already in the "
+                        u"collection.\n"_s);
+
+    // Exports in every format read back as the whole collection.
+    const QString count = QString::number(records.size() + 2);
+    for (const QString& name : {u"all.fortune"_s, u"all.txt"_s, u"all.json"_s}) {
+        const QString path = home.filePath(name);
+        const auto [exportCode, exportOut, exportErr] = runToEnd({u"--export"_s, path});
+        EXPECT_EQ(exportCode, 0) << exportErr.toStdString();
+        EXPECT_EQ(exportOut, u"Exported %1 quotes to “%2”.\n"_s.arg(count, path));
+        const auto [readCode, readOut, readErr] = runToEnd({u"--import"_s, path, u"--dry-run"_s});
+        EXPECT_TRUE(readOut.startsWith(path + u": "_s + count + u" quotes"_s))
+            << readOut.toStdString();
+    }
+
+    const QString empty = home.filePath(u"empty.txt"_s);
+    const QString binary = home.filePath(u"binary.txt"_s);
+    ASSERT_TRUE(writeFileBytes(empty, {}) && writeFileBytes(binary, QByteArray("a\0b\0\0\1", 6)));
+    const QByteArray before = readFileBytes(home.filePath(kDb));
+    const struct
+    {
+        QStringList arguments;
+        QString error;
+    } failures[] = {
+        {{u"--import"_s, quotes, u"--import"_s, empty},
+         u"quillbox2: %1: cannot import: the file is empty\n"_s.arg(empty)},
+        {{u"--import"_s, binary},
+         u"quillbox2: %1: cannot import: the file holds binary data (zero bytes)\n"_s.arg(binary)},
+        {{u"--import"_s, home.filePath(u"missing"_s)}, u"cannot import: cannot open"_s},
+        {{u"--export"_s, home.filePath(u"x"_s), u"--format"_s, u"pdf"_s},
+         u"quillbox2: Unknown format 'pdf'; use fortune, text or json.\n"_s},
+        {{u"--export"_s, home.filePath(u"no such folder/x"_s)}, u"cannot export"_s},
+    };
+    for (const auto& failure : failures) {
+        const auto [failCode, failOut, failErr] = runToEnd(failure.arguments);
+        EXPECT_EQ(failCode, 1);
+        EXPECT_TRUE(failOut.isEmpty()) << failOut.toStdString();
+        EXPECT_TRUE(failErr.contains(failure.error)) << failErr.toStdString();
+    }
+    EXPECT_EQ(readFileBytes(home.filePath(kDb)), before);
 }
 
 TEST(LaunchProcessTest, ASecondLaunchRaisesTheRunningWindowAndEnds)
@@ -237,6 +315,17 @@ TEST(LaunchProcessTest, ASecondLaunchRaisesTheRunningWindowAndEnds)
     const QByteArray raised = "Another launch asked for the window; bringing it to the front.";
     EXPECT_TRUE(waitForOutput(first, firstOutput, raised)) << firstOutput.toStdString();
 
+    // Files named on a later launch are imported by the running one.
+    const QString file = home.filePath(u"handed over.txt"_s);
+    ASSERT_TRUE(writeFileBytes(file, "Handed\n%\nOver\n"));
+    QProcess handing;
+    handing.start(kApp, {file});
+    ASSERT_TRUE(handing.waitForFinished(30000));
+    EXPECT_EQ(handing.readAllStandardOutput(),
+              "Quillbox2 is already running; it imports the files.\n");
+    EXPECT_TRUE(waitForOutput(first, firstOutput, "Importing 2 quotes from input file"))
+        << firstOutput.toStdString();
+
     // A first launch that hangs: the second one gives up, says so and fails.
     ::kill(static_cast<pid_t>(first.processId()), SIGSTOP);
     const auto [hungExitCode, hungOutput] = launchSecond();
@@ -253,6 +342,84 @@ TEST(LaunchProcessTest, ASecondLaunchRaisesTheRunningWindowAndEnds)
     EXPECT_EQ(log.count(u"Launch of quillbox2"_s), 1) << log.toStdString();
     EXPECT_FALSE(QFile::exists(lockPath));
     EXPECT_FALSE(QFile::exists(socketPath));
+}
+
+// An X server of its own for typing into the real program; empty when none can start.
+class VirtualDisplay
+{
+public:
+    VirtualDisplay()
+    {
+        if (QStandardPaths::findExecutable(u"Xvfb"_s).isEmpty() ||
+            QStandardPaths::findExecutable(u"xdotool"_s).isEmpty())
+            return;
+        mServer.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s, u"-screen"_s,
+                                  u"0"_s, u"1280x900x24"_s});
+        QByteArray number;
+        while (!number.contains('\n') && mServer.waitForReadyRead(10000))
+            number += mServer.readAllStandardOutput();
+        if (!number.trimmed().isEmpty())
+            mName = u":"_s + QString::fromLatin1(number.trimmed());
+    }
+    ~VirtualDisplay()
+    {
+        mServer.terminate();
+        mServer.waitForFinished(10000);
+    }
+    QString name() const { return mName; }
+    // Runs xdotool with |arguments| on this display; its standard output.
+    QString xdotool(const QStringList& arguments) const
+    {
+        QProcess tool;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"DISPLAY"_s, mName);
+        tool.setProcessEnvironment(environment);
+        tool.start(u"xdotool"_s, arguments);
+        tool.waitForFinished(30000);
+        return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
+    }
+
+private:
+    QProcess mServer;
+    QString mName;
+};
+
+TEST(LaunchProcessTest, TextTypedIntoTheEditorIsSavedByCtrlQAndBySigterm)
+{
+    const VirtualDisplay display;
+    if (display.name().isEmpty())
+        GTEST_SKIP() << "needs Xvfb and xdotool";
+    for (const bool bySignal : {true, false}) {
+        QBTestHome home;
+        QProcess app;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"DISPLAY"_s, display.name());
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+        app.setProcessEnvironment(environment);
+        QByteArray output = startUntilLogging(app, kApp);
+        const QString window =
+            display.xdotool({u"search"_s, u"--sync"_s, u"--name"_s, u"^quillbox2"_s});
+        ASSERT_FALSE(window.isEmpty());
+        display.xdotool({u"windowfocus"_s, window.section(u'\n', 0, 0)});
+        // Filter field, down into the list (the first quote), Return to edit it, type.
+        display.xdotool({u"key"_s, u"--delay"_s, u"100"_s, u"ctrl+f"_s, u"Down"_s, u"Return"_s});
+        display.xdotool({u"type"_s, u"Typed, never confirmed. "_s});
+        ASSERT_TRUE(waitForOutput(app, output, "Begin editing")) << output.toStdString();
+        if (bySignal) {
+            QTest::qWait(1500); // the last keys reach the program before the signal does
+            ::kill(static_cast<pid_t>(app.processId()), SIGTERM);
+        } else {
+            display.xdotool({u"key"_s, u"ctrl+q"_s}); // after the typed keys, in order
+        }
+        ASSERT_TRUE(app.waitForFinished(30000));
+        EXPECT_EQ(app.exitCode(), 0);
+        std::vector<CQuoteRecord> quotes;
+        readQuotesFile(home.stdPath(kDb), quotes);
+        ASSERT_FALSE(quotes.empty());
+        EXPECT_TRUE(QString::fromStdString(quotes.front().mContent)
+                        .startsWith(u"Typed, never confirmed. "_s))
+            << bySignal << quotes.front().mContent;
+    }
 }
 
 TEST(HostileLaunchTest, ClosedOrDeadOutputNeitherHangsNorKillsAndFilesArePrivate)

@@ -1,25 +1,40 @@
 // The quotes window driven by real clicks and keys, checked against quotes.db and the signature.
 #include "app/EditorAreaViewController.h"
+#include "app/QuoteListPlaceholder.h"
 #include "app/QuotesEditorViewController.h"
+#include "app/SignatureWriteReport.h"
 #include "core/QuotesDBHelper.h"
 #include "core/QuotesRepository.h"
 #include "model/Notifications.h"
 #include "model/QuoteEditHelper.h"
 #include "signature/CurrentSignatureFileHelper.h"
 #include "signature/SettingsKeys.h"
+#include "signature/SignatureFileChooser.h"
+#include "ui/HelpWindow.h"
+#include "ui/MessageBar.h"
+#include "util/CommandResults.h"
 #include "util/NotificationCenter.h"
+#include "util/UserMessages.h"
 
 #include "LaunchedAppFixture.h"
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTextEdit>
 
 #include <gtest/gtest.h>
@@ -85,13 +100,34 @@ protected:
         return quotes;
     }
     QMessageBox* openAlert() const { return mWindow->findChild<QMessageBox*>(); }
-    // The signature file points at |path| (created empty), as the settings would set it.
-    void useSignatureFile(const QString& path) const
+    QAction* findAction(const char* name) const { return child<QAction>(name); }
+    QBMessageBar* bar() const { return mWindow->findChild<QBMessageBar*>(); }
+    QString barText(const QString& topic) const
     {
-        ASSERT_TRUE(writeFileBytes(path, {}));
-        QBUserDefaults::standardUserDefaults().setObject(path, QBDefaultsSignatureOutputPath);
-        QBCurrentSignatureFileHelper::createSecurityScopedBookmarkForPath(
-            QUrl::fromLocalFile(path));
+        const QBMessageItem* item = bar()->item(topic);
+        return item != nullptr ? item->text() : QString();
+    }
+    QAbstractButton* barButton(const QString& topic, const char* name) const
+    {
+        QCoreApplication::processEvents(); // laid out, as on screen
+        const QBMessageItem* item = bar()->item(topic);
+        return item != nullptr ? item->findChild<QAbstractButton*>(QString::fromLatin1(name))
+                               : nullptr;
+    }
+    // Answers the open save dialog with |path|, after checking where it started.
+    void chooseInDialog(const QString& offered, const QString& path) const
+    {
+        auto* dialog = mWindow->findChild<QFileDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        if (!offered.isEmpty()) {
+            EXPECT_EQ(dialog->selectedFiles().value(0), offered);
+        }
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        ASSERT_NE(name, nullptr);
+        name->setText(path); // typed as a user would
+        static_cast<QDialog*>(dialog)->accept();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        settle();
     }
     static QString signatureText(const QString& path)
     {
@@ -149,43 +185,145 @@ TEST_F(QuotesWindowTest, OpensUnselectedAddSelectsTheNewRowAndAConfirmedEditIsSa
     EXPECT_EQ(savedQuotes().at(first), original + QStringLiteral(" (edited)"));
 }
 
-TEST_F(QuotesWindowTest, UnconfirmedEditsAreDroppedAndEmptiedQuotesGo)
+TEST_F(QuotesWindowTest, LeavingTheEditorKeepsTheTextAsOneUndoableChangeAndOnlyCancelDiscards)
 {
-    const QByteArray before = readFileBytes(mDbPath);
     clickRow(2);
-    const QString stored = mText->toPlainText();
-    for (const bool leaveByClicking : {true, false}) {
-        mText->setFocus();
-        typeAtEnd(QStringLiteral(" typed"));
-        EXPECT_TRUE(mEditor->isEditing());
-        if (leaveByClicking) {
-            clickRow(3);
-            clickRow(2);
-        } else {
-            QTest::keyClick(mText, Qt::Key_Escape); // cancel
-        }
-        EXPECT_FALSE(mEditor->isEditing());
-        EXPECT_EQ(mText->toPlainText(), stored);
-        EXPECT_EQ(readFileBytes(mDbPath), before);
-    }
+    const QString second = uidOfRow(2);
+    const QString stored = savedQuotes().at(second);
+    mText->setFocus();
+    typeAtEnd(QStringLiteral(" kept"));
+    QTest::keyClick(mText, Qt::Key_Return);
+    QTest::keyClick(mText, Qt::Key_Return); // two presses make one blank line
+    QTest::keyClicks(mText, QStringLiteral("-- me"));
+    clickRow(3);
+    const QString kept = stored + QStringLiteral(" kept\n\n-- me");
+    EXPECT_EQ(savedQuotes().at(second), kept);
+    EXPECT_EQ(mEditor->currentQuote()->quoteUID(), uidOfRow(3));
+    QTest::keyClick(mWindow, Qt::Key_Z, Qt::ControlModifier); // one undo step
+    EXPECT_EQ(savedQuotes().at(second), stored);
 
-    // Confirmed empty: the row goes about 250 ms later.
-    const QString emptied = uidOfRow(1);
-    clickRow(1);
+    const QString third = uidOfRow(3);
+    const QString thirdText = savedQuotes().at(third) + QStringLiteral(" and more");
+    mText->setFocus();
+    typeAtEnd(QStringLiteral(" and more"));
+    click("settingsButton");
+    EXPECT_EQ(savedQuotes().at(third), thirdText);
+    clickRow(3); // back to the editor
+    mText->setFocus();
+    typeAtEnd(QStringLiteral(" dropped"));
+    QTest::keyClick(mText, Qt::Key_Escape); // cancel
+    EXPECT_FALSE(mEditor->isEditing());
+    EXPECT_EQ(mText->toPlainText(), thirdText);
+    EXPECT_EQ(savedQuotes().at(third), thirdText);
+
+    // Emptied and left: the row goes about 250 ms later; one undo brings the text back.
     mText->setFocus();
     QTest::keyClick(mText, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(mText, Qt::Key_Delete);
     QElapsedTimer clock;
     clock.start();
-    click("confirmButton");
+    clickRow(0);
     EXPECT_EQ(rows(), mSeedCount); // the row stays for a moment
     EXPECT_TRUE(QTest::qWaitFor([&] { return rows() == mSeedCount - 1; }, 3000));
     EXPECT_GE(clock.elapsed(), 200);
-    EXPECT_EQ(savedQuotes().count(emptied), 0u);
+    EXPECT_EQ(savedQuotes().count(third), 0u);
+    QTest::keyClick(mWindow, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(savedQuotes().at(third), thirdText);
+    EXPECT_EQ(mWindow->selectedQuote()->quoteUID(), third);
 }
 
-TEST_F(QuotesWindowTest, RemoveAndRemoveAllAreSavedAndRemoveAllIsUndoneInOneStep)
+TEST_F(QuotesWindowTest, FilterAndListKeysUndoShowsHiddenQuotesAndEmptyListsSaySo)
 {
+    auto* filter = child<QLineEdit>("filterField");
+    auto* placeholder = child<QBQuoteListPlaceholder>("quoteListPlaceholder");
+    ASSERT_NE(placeholder, nullptr);
+    EXPECT_EQ(placeholder->text(), QString());
+    QTest::keyClick(mWindow, Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(filter, QStringLiteral("be the question"));
+    ASSERT_EQ(rows(), 1);
+    QTest::keyClick(filter, Qt::Key_Down);
+    EXPECT_TRUE(mList->hasFocus());
+    ASSERT_EQ(mWindow->selectionIndex(), 0);
+    const QString hamlet = uidOfRow(0);
+    QTest::keyClick(mList, Qt::Key_Return);
+    EXPECT_TRUE(mText->hasFocus());
+
+    mList->setFocus();
+    click("settingsButton");
+    QTest::keyClick(mList, Qt::Key_Delete); // never behind the settings page
+    EXPECT_EQ(savedQuotes().count(hamlet), 1u);
+    clickRow(0);
+    filter->setFocus();
+    QTest::keyClick(filter, Qt::Key_Delete); // the field's own key
+    EXPECT_EQ(savedQuotes().count(hamlet), 1u);
+    mList->setFocus();
+    QTest::keyClick(mList, Qt::Key_Delete);
+    settle();
+    EXPECT_EQ(savedQuotes().count(hamlet), 0u);
+    EXPECT_EQ(placeholder->text(), QStringLiteral("No quote matches “be the question”."));
+
+    filter->setText(QStringLiteral("Gandalf"));
+    QTest::keyClick(mWindow, Qt::Key_Z, Qt::ControlModifier); // comes back despite the filter
+    EXPECT_EQ(filter->text(), QString());
+    ASSERT_NE(mWindow->selectedQuote(), nullptr);
+    EXPECT_EQ(mWindow->selectedQuote()->quoteUID(), hamlet);
+    EXPECT_EQ(placeholder->text(), QString());
+    filter->setText(QStringLiteral("Gandalf"));
+    filter->setFocus();
+    QTest::keyClick(filter, Qt::Key_Escape);
+    EXPECT_EQ(filter->text(), QString());
+    EXPECT_EQ(rows(), mSeedCount);
+
+    click("removeAllButton");
+    QMessageBox* question = openAlert();
+    ASSERT_NE(question, nullptr);
+    for (QAbstractButton* button : question->buttons()) {
+        if (question->buttonRole(button) == QMessageBox::YesRole)
+            QTest::mouseClick(button, Qt::LeftButton);
+    }
+    // The window manager gives the window back the keyboard when the question closes.
+    QApplication::setActiveWindow(mWindow);
+    settle();
+    EXPECT_EQ(placeholder->text(),
+              QStringLiteral("No quotes yet. Add one, or import many from a text file."));
+    EXPECT_NE(child<QPushButton>("importQuotesActionButton"), nullptr);
+    QTest::mouseClick(child<QPushButton>("addQuoteActionButton"), Qt::LeftButton);
+    settle();
+    EXPECT_EQ(rows(), 1);
+    EXPECT_EQ(placeholder->text(), QString());
+    EXPECT_TRUE(mText->hasFocus());
+}
+
+TEST_F(QuotesWindowTest, ClosingKeepsTheOpenEditAndARelaunchRestoresPlaceAndSelection)
+{
+    clickRow(5);
+    const QString fifth = uidOfRow(5);
+    const QString text = savedQuotes().at(fifth) + QStringLiteral(" (closed)");
+    mText->setFocus();
+    typeAtEnd(QStringLiteral(" (closed)"));
+    const QRect place(60, 70, 840, 560);
+    mWindow->setGeometry(place);
+    settle();
+    mWindow->close();
+    EXPECT_EQ(savedQuotes().at(fifth), text);
+    delete mWindow;
+
+    QBAppDelegate relaunched;
+    relaunched.applicationDidFinishLaunching();
+    QBQuotesWindowController* window = relaunched.quotesWindowController();
+    ASSERT_NE(window->selectedQuote(), nullptr);
+    EXPECT_EQ(window->selectedQuote()->quoteUID(), fifth);
+    EXPECT_EQ(window->geometry(), place);
+    EXPECT_EQ(window->editorAreaViewController()
+                  ->quotesEditorViewController()
+                  ->quoteTextView()
+                  ->toPlainText(),
+              text);
+}
+
+TEST_F(QuotesWindowTest, RemoveAllAsksWithTheCountAndTheBarsUndoBringsThemBack)
+{
+    QAction* undo = findAction("undoAction");
     clickRow(4);
     const QString removed = uidOfRow(4);
     const QString next = uidOfRow(5);
@@ -193,61 +331,215 @@ TEST_F(QuotesWindowTest, RemoveAndRemoveAllAreSavedAndRemoveAllIsUndoneInOneStep
     EXPECT_EQ(rows(), mSeedCount - 1);
     EXPECT_EQ(uidOfRow(4), next);
     EXPECT_EQ(savedQuotes().count(removed), 0u);
-    EXPECT_TRUE(mWindow->windowTitle().contains(QString::number(mSeedCount - 1)));
     EXPECT_EQ(mEditor->currentQuote(), nullptr);
+    EXPECT_TRUE(barText(QBCommandResults::kTopic).startsWith(QStringLiteral("Removed “")));
+    EXPECT_EQ(undo->text(), QStringLiteral("&Undo Remove Quote"));
 
     auto* filter = child<QLineEdit>("filterField");
     filter->setText(QStringLiteral("the"));
     ASSERT_LT(rows(), mSeedCount - 1);
-    click("removeAllButton"); // clears the filter first, then everything goes
-    EXPECT_EQ(filter->text(), QString());
+    for (const QMessageBox::ButtonRole answer : {QMessageBox::NoRole, QMessageBox::YesRole}) {
+        click("removeAllButton");
+        QMessageBox* question = openAlert();
+        ASSERT_NE(question, nullptr);
+        EXPECT_EQ(question->windowTitle(),
+                  QStringLiteral("Remove all %1 quotes?").arg(mSeedCount - 1));
+        for (QAbstractButton* button : question->buttons()) {
+            if (question->buttonRole(button) == answer)
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+        settle();
+        if (answer == QMessageBox::NoRole) { // nothing happens
+            EXPECT_EQ(savedQuotes().size(), std::size_t(mSeedCount - 1));
+        }
+    }
+    EXPECT_EQ(filter->text(), QString()); // cleared first, then everything goes
     EXPECT_EQ(rows(), 0);
     EXPECT_TRUE(savedQuotes().empty());
     EXPECT_FALSE(child<QAction>("removeAllQuotesAction")->isEnabled());
-    mDelegate.undoManager().undo();
+    EXPECT_EQ(barText(QBCommandResults::kTopic),
+              QStringLiteral("Removed all %1 quotes").arg(mSeedCount - 1));
+    EXPECT_EQ(undo->text(), QStringLiteral("&Undo Remove All"));
+
+    QTest::mouseClick(barButton(QBCommandResults::kTopic, "messageAction"), Qt::LeftButton);
+    settle();
     EXPECT_EQ(rows(), mSeedCount - 1);
     EXPECT_EQ(savedQuotes().size(), std::size_t(mSeedCount - 1));
+    EXPECT_EQ(findAction("redoAction")->text(), QStringLiteral("&Redo Remove All"));
+    EXPECT_EQ(bar()->item(QBCommandResults::kTopic), nullptr);
+
+    // A result whose step is no longer the one Undo takes back goes away.
+    clickRow(0);
+    click("removeButton");
+    ASSERT_NE(bar()->item(QBCommandResults::kTopic), nullptr);
+    click("addButton");
+    EXPECT_EQ(bar()->item(QBCommandResults::kTopic), nullptr);
+    EXPECT_EQ(undo->text(), QStringLiteral("&Undo Add Quote"));
 }
 
-TEST_F(QuotesWindowTest, ChoosingAQuoteWritesTheSignatureFileOrAsksForAnOutputFile)
+TEST_F(QuotesWindowTest, FirstRunHintUseAsSignatureChoosesAFileFirstAndWriteFailuresShow)
 {
+    // First run: the hint with its link to the help and the chooser.
+    EXPECT_EQ(barText(QBSignatureFileChooser::kHintTopic),
+              QStringLiteral("First choose where your signature file goes, then point your mail "
+                             "program at it."));
+    EXPECT_TRUE(bar()
+                    ->item(QBSignatureFileChooser::kHintTopic)
+                    ->findChild<QLabel*>(QStringLiteral("messageText"))
+                    ->text()
+                    .contains(QStringLiteral("href=\"#QB_SIGNATURE\"")));
+
+    // Use as Signature with no file: the chooser, in the home folder, then the write.
+    ASSERT_TRUE(QDir().mkpath(mHome.filePath(QStringLiteral("Mail"))));
     const QString signature = mHome.filePath(QStringLiteral("Mail/signature.txt"));
     clickRow(0);
-    click("chooseQuoteButton"); // no output file yet
-    QMessageBox* alert = openAlert();
-    ASSERT_NE(alert, nullptr);
-    EXPECT_EQ(alert->text(), QStringLiteral("Please specify an output file"));
-    EXPECT_EQ(alert->windowTitle(), QStringLiteral("No Output File Specified"));
-    alert->accept();
-    EXPECT_FALSE(QFile::exists(signature));
-    settle();
-    mWindow->activateWindow(); // the keyboard comes back from the alert
-    ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
+    click("chooseQuoteButton");
+    chooseInDialog(QDir::home().filePath(QStringLiteral("CurrentSignature.txt")), signature);
+    EXPECT_EQ(signatureText(signature), savedQuotes().at(uidOfRow(0)));
+    EXPECT_EQ(bar()->item(QBSignatureFileChooser::kHintTopic), nullptr);
+    EXPECT_EQ(barText(QBCommandResults::kTopic), QStringLiteral("Signature updated"));
 
-    useSignatureFile(signature);
+    // The folder went away (an unplugged drive): the reason, and another file.
+    ASSERT_TRUE(QDir(mHome.filePath(QStringLiteral("Mail"))).removeRecursively());
     clickRow(3);
-    QTest::keyClick(mWindow, Qt::Key_L, Qt::ControlModifier);
-    EXPECT_EQ(signatureText(signature), savedQuotes().at(uidOfRow(3)));
+    click("chooseQuoteButton");
+    const QString failure = barText(QBSignatureWriteReport::kTopic);
+    EXPECT_TRUE(failure.startsWith(
+        QStringLiteral("The signature file %1 could not be written.").arg(signature)))
+        << failure.toStdString();
+    EXPECT_GT(failure.size(), signature.size() + 45) << "and why";
+    QAbstractButton* another = barButton(QBSignatureWriteReport::kTopic, "messageAction");
+    ASSERT_NE(another, nullptr);
+    EXPECT_EQ(another->text(), QStringLiteral("Choose Another File…"));
+
+    // A file that Quillbox2 did not write is replaced only when the user says so.
+    const QString foreign = mHome.filePath(QStringLiteral("mine.txt"));
+    ASSERT_TRUE(writeFileBytes(foreign, "-- \nMy own signature\n"));
+    for (const QMessageBox::StandardButton answer : {QMessageBox::Cancel, QMessageBox::NoButton}) {
+        click("chooseQuoteButton"); // fails again, and says so again
+        QAbstractButton* chooseAnother = barButton(QBSignatureWriteReport::kTopic, "messageAction");
+        ASSERT_NE(chooseAnother, nullptr);
+        QTest::mouseClick(chooseAnother, Qt::LeftButton);
+        chooseInDialog({}, foreign);
+        QMessageBox* question = openAlert();
+        ASSERT_NE(question, nullptr);
+        EXPECT_EQ(question->windowTitle(), QStringLiteral("Replace “mine.txt”?"));
+        QAbstractButton* button = answer == QMessageBox::Cancel
+                                      ? question->button(QMessageBox::Cancel)
+                                      : question->buttons().constFirst();
+        if (answer != QMessageBox::Cancel) {
+            for (QAbstractButton* candidate : question->buttons()) {
+                if (question->buttonRole(candidate) == QMessageBox::DestructiveRole)
+                    button = candidate;
+            }
+        }
+        QTest::mouseClick(button, Qt::LeftButton);
+        settle();
+        if (answer == QMessageBox::Cancel) {
+            EXPECT_EQ(readFileBytes(foreign), "-- \nMy own signature\n");
+        }
+    }
+    EXPECT_EQ(signatureText(foreign), savedQuotes().at(uidOfRow(3)));
+    EXPECT_EQ(bar()->item(QBSignatureWriteReport::kTopic), nullptr);
 
     // The output file changes while nothing is selected.
     mList->selectionModel()->clearSelection();
     QBNotificationCenter::defaultCenter().post(QBWriteCurrentQuoteNotification);
-    EXPECT_EQ(signatureText(signature), QStringLiteral("..."));
+    EXPECT_EQ(signatureText(foreign), QStringLiteral("..."));
 }
 
-TEST_F(QuotesWindowTest, AnImportShowsAtOnceAndIsReportedASecondLater)
+TEST_F(QuotesWindowTest, HelpWithNoBrowserOpensInTheAppsOwnHelpWindow)
 {
-    QElapsedTimer clock;
-    clock.start();
-    QBQuoteEditHelper::addQuotesFromStringArray({QStringLiteral("One"), QStringLiteral("Two")});
-    EXPECT_EQ(rows(), mSeedCount + 2);
-    EXPECT_EQ(mList->model()->index(rows() - 1, 0).data(), QStringLiteral("Two"));
+    // No browser anywhere: nothing on the path and no browser variables.
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", "");
+    qputenv("BROWSER", "");
+    qunsetenv("DEFAULT_BROWSER");
+    findAction("helpBookAction")->trigger();
+    qputenv("PATH", path);
+    QBHelpWindow* help = QBHelpWindow::instance();
+    ASSERT_NE(help, nullptr);
+    EXPECT_TRUE(help->isVisible());
+    EXPECT_EQ(help->browser()->source().fileName(), QStringLiteral("index.html"));
+    EXPECT_TRUE(help->browser()->toPlainText().contains(QStringLiteral("The signature file")));
+    EXPECT_TRUE(barText(QStringLiteral("help")).startsWith(QStringLiteral("No web browser")));
+
+    // The first-run hint's link opens the same window at its topic.
+    emit bar()
+        ->item(QBSignatureFileChooser::kHintTopic)
+        ->findChild<QLabel*>(QStringLiteral("messageText"))
+        ->linkActivated(QStringLiteral("#QB_SIGNATURE"));
+    EXPECT_EQ(QBHelpWindow::instance(), help);
+    EXPECT_EQ(help->browser()->source().fragment(), QStringLiteral("QB_SIGNATURE"));
+    help->close();
+}
+
+TEST_F(QuotesWindowTest, DroppedFilesAreOneImportReportedInTheMessageBarWithUndo)
+{
+    QStringList files;
+    for (const char* text : {"One\n%\nTwo\n", "Three\n\nFour\n"}) {
+        files << mHome.filePath(QStringLiteral("drop %1.txt").arg(files.size()));
+        ASSERT_TRUE(writeFileBytes(files.last(), text));
+    }
+    auto* data = new QMimeData;
+    QList<QUrl> urls;
+    for (const QString& file : files)
+        urls << QUrl::fromLocalFile(file);
+    data->setUrls(urls);
+    const QPoint middle = mWindow->rect().center();
+    QDragEnterEvent enter(middle, Qt::CopyAction, data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(mWindow, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(middle, Qt::CopyAction, data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(mWindow, &drop);
+    delete data;
+
+    EXPECT_EQ(rows(), mSeedCount + 4);
+    EXPECT_EQ(mList->model()->index(rows() - 1, 0).data(), QStringLiteral("Four"));
+    const QBUserMessage& message = QBUserMessages::shared().lastMessage();
+    EXPECT_EQ(message.kind, QBUserMessage::Kind::Success);
+    EXPECT_EQ(message.text, QStringLiteral("Imported 4 quotes from 2 files."));
+    EXPECT_EQ(message.actionText, QStringLiteral("Undo"));
+    ASSERT_TRUE(message.action);
+    message.action(); // both files in one step
+    EXPECT_EQ(rows(), mSeedCount);
+    EXPECT_EQ(int(savedQuotes().size()), mSeedCount);
+    QTest::qWait(1200); // the old alert a second later is gone for good
     EXPECT_EQ(openAlert(), nullptr);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return openAlert() != nullptr; }, 3000));
-    EXPECT_GE(clock.elapsed(), 900);
-    EXPECT_EQ(openAlert()->windowTitle(), QStringLiteral("Quotes Imported"));
-    EXPECT_TRUE(openAlert()->text().contains(QLatin1Char('2')))
-        << openAlert()->text().toStdString();
+}
+
+TEST_F(QuotesWindowTest, ExportWritesTheCollectionOrTheSelectedQuoteAsChosen)
+{
+    for (const bool selectedOnly : {false, true}) {
+        mWindow->activateWindow(); // the keyboard comes back from the file dialog
+        ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
+        if (selectedOnly)
+            clickRow(1);
+        QTest::keyClick(mWindow, Qt::Key_E, Qt::ControlModifier);
+        auto* dialog = mWindow->findChild<QFileDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
+        auto* onlySelected = dialog->findChild<QCheckBox*>(QStringLiteral("exportSelectionOnly"));
+        ASSERT_EQ(onlySelected != nullptr, selectedOnly); // offered with a selection only
+        if (onlySelected != nullptr)
+            onlySelected->setChecked(true);
+        const QString path =
+            mHome.filePath(selectedOnly ? QStringLiteral("one.json") : QStringLiteral("all.json"));
+        dialog->selectNameFilter(dialog->nameFilters().last()); // the collection's JSON
+        dialog->selectFile(path);
+        static_cast<QDialog*>(dialog)->accept();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(mWindow->findChild<QFileDialog*>(), nullptr);
+
+        std::vector<CQuoteRecord> exported;
+        readQuotesFile(path.toStdString(), exported);
+        ASSERT_EQ(int(exported.size()), selectedOnly ? 1 : mSeedCount);
+        EXPECT_EQ(QString::fromStdString(exported.front().mUID), uidOfRow(selectedOnly ? 1 : 0));
+        EXPECT_EQ(QBUserMessages::shared().lastMessage().text,
+                  selectedOnly
+                      ? QStringLiteral("Exported 1 quote to “one.json”.")
+                      : QStringLiteral("Exported %1 quotes to “all.json”.").arg(mSeedCount));
+    }
 }
 
 TEST_F(QuotesWindowTest, FilterKeepsTheSelectionWhileItMatches)
@@ -271,9 +563,11 @@ TEST_F(QuotesWindowTest, FilterKeepsTheSelectionWhileItMatches)
 TEST_F(QuotesWindowTest, FontPopupFollowsTheStoredNameAndTheUsersChoice)
 {
     QBUserDefaults& defaults = QBUserDefaults::standardUserDefaults();
+    // Names stored by earlier versions, in any case.
     const std::pair<const char*, int> cases[] = {
-        {"Helvetica", 1},   {"Menlo-Regular", 0}, {"DejaVu Sans Mono", 0},
-        {"Times-Roman", 2}, {"DejaVu Serif", 2},
+        {"Helvetica", 1}, {"Menlo-Regular", 0}, {"DejaVu Sans Mono", 0},
+        {"monospace", 0}, {"Times-Roman", 2},   {"DejaVu Serif", 2},
+        {"serif", 2},
     };
     for (const auto& [name, entry] : cases) {
         defaults.setObject(QString::fromLatin1(name), QBDefaultsEditorFontName);
@@ -287,6 +581,13 @@ TEST_F(QuotesWindowTest, FontPopupFollowsTheStoredNameAndTheUsersChoice)
     const QString stored = defaults.stringForKey(QBDefaultsEditorFontName);
     EXPECT_EQ(stored, QBQuotesEditorViewController::fontForEntry(2).family());
     EXPECT_EQ(mText->font().family(), stored);
+    // Each choice comes back in the next launch's editor, whatever its family is called.
+    for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Down, Qt::Key_End}) {
+        QTest::keyClick(popup, key);
+        QBQuotesEditorViewController relaunched(&mDelegate.undoManager());
+        EXPECT_EQ(relaunched.fontPopup()->currentIndex(), popup->currentIndex());
+        EXPECT_EQ(relaunched.quoteTextView()->font(), mText->font());
+    }
 }
 
 } // namespace

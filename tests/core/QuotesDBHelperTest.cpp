@@ -8,6 +8,9 @@
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
+#include <cstring>
+
 using ::testing::AllOf;
 using ::testing::HasSubstr;
 
@@ -62,7 +65,8 @@ TEST_F(QuotesDBHelperTest, FoldersFollowTheXdgVariablesAndFailuresOnlyWarn)
                                 "folder '" +
                                 blocker +
                                 "/group.Q8B2X4K7LM.org.quillbox2/Library/Application "
-                                "Support': Not a directory"),
+                                "Support': " +
+                                std::strerror(ENOTDIR)),
                       HasSubstr("Failed to locate or create app support directory: Cannot create"),
                       HasSubstr("Failed to locate library directory for current user: Cannot")));
 

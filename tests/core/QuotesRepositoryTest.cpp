@@ -9,13 +9,16 @@
 #include "TestHome.h"
 
 #include <QDir>
+#include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <csignal>
+#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <grp.h>
@@ -58,8 +61,9 @@ bool setUnwritable(const std::string& folder, bool unwritable)
     return done;
 }
 
-// Runs the store tool and returns its standard output; |asUser| drops root first.
-QString runTool(const QStringList& arguments, const passwd* asUser = nullptr)
+// Runs the store tool (or |tool|) and returns its standard output; |asUser| drops root first.
+QString runTool(const QStringList& arguments, const passwd* asUser = nullptr,
+                const QString& tool = kTool)
 {
     QProcess process;
     if (asUser) {
@@ -71,11 +75,31 @@ QString runTool(const QStringList& arguments, const passwd* asUser = nullptr)
             }
         });
     }
-    process.start(kTool, arguments);
+    process.start(tool, arguments);
     EXPECT_TRUE(process.waitForFinished(60000));
     EXPECT_EQ(0, process.exitCode()) << process.readAllStandardError().toStdString();
     return QString::fromUtf8(process.readAllStandardOutput());
 }
+
+// A folder in /tmp that another user can reach: the build folder and the test homes may
+// lie in a home only its owner may enter. Removed with everything in it.
+struct FolderForAnotherUser
+{
+    FolderForAnotherUser()
+    {
+        char name[] = "/tmp/quillbox2-other-user.XXXXXX";
+        if (::mkdtemp(name) && ::chmod(name, 0755) == 0) {
+            path = name;
+        }
+    }
+    ~FolderForAnotherUser()
+    {
+        if (!path.empty()) {
+            removeTree(QString::fromStdString(path));
+        }
+    }
+    std::string path;
+};
 
 class QuotesRepositoryTest : public ::testing::Test
 {
@@ -298,7 +322,7 @@ TEST_F(QuotesRepositoryTest, FailedSaveLeavesTheOldFileAndNothingElse)
 
     // A file the user made read-only stays as it is, even for root.
     ::chmod(mPath.c_str(), 0444);
-    expectFailedSave(mPath + " is read-only: Permission denied");
+    expectFailedSave(mPath + " is read-only: " + std::strerror(EACCES));
     EXPECT_EQ(fs::perms(0444), fs::status(mPath).permissions());
     ::chmod(mPath.c_str(), 0600);
 
@@ -395,7 +419,7 @@ TEST_F(QuotesRepositoryTest, FilesThatCannotBeReadAreNeverReplacedUnlessCopied)
     mRepository.saveQuotes();
     EXPECT_TRUE(fs::is_fifo(fs::symlink_status(mPath)));
     EXPECT_EQ(1, told);
-    EXPECT_EQ(mPath + " is not a regular file: Invalid argument", toldReason);
+    EXPECT_EQ(mPath + " is not a regular file: " + std::strerror(EINVAL), toldReason);
     const std::string refusal = "Not saving over '" + mPath +
                                 "' until it is fixed: it could not be read (" + toldReason +
                                 ") and no copy of it could be kept";
@@ -408,21 +432,29 @@ TEST_F(QuotesRepositoryTest, FilesThatCannotBeReadAreNeverReplacedUnlessCopied)
     if (!nobody || ::geteuid() != 0) {
         GTEST_SKIP() << "needs root and a 'nobody' user to test missing read permission";
     }
-    ::unlink(mPath.c_str());
-    writeQuotesFile(mPath, generatedCollection(2, 'u'));
-    const std::string unreadable = bytes();
-    ::chmod(mPath.c_str(), 0200);
-    ::chmod(mHome.stdPath(QString()).c_str(), 0755);
-    ASSERT_EQ(0, ::chown(mFolder.c_str(), nobody->pw_uid, nobody->pw_gid));
-    ASSERT_EQ(0, ::chown(mPath.c_str(), nobody->pw_uid, nobody->pw_gid));
+    const FolderForAnotherUser shared;
+    ASSERT_FALSE(shared.path.empty());
+    const QString tool = QString::fromStdString(shared.path + "/quotes_store_tool");
+    ASSERT_TRUE(QFile::copy(kTool, tool));
+    const std::string folder = shared.path + "/db";
+    const std::string path = folder + "/quotes.db";
+    ASSERT_EQ(0, ::mkdir(folder.c_str(), 0700));
+    writeQuotesFile(path, generatedCollection(2, 'u'));
+    const std::string unreadable = bytes(path);
+    ::chmod(path.c_str(), 0200);
+    ASSERT_EQ(0, ::chown(folder.c_str(), nobody->pw_uid, nobody->pw_gid));
+    ASSERT_EQ(0, ::chown(path.c_str(), nobody->pw_uid, nobody->pw_gid));
     const QString output =
-        runTool({QStringLiteral("load-add-save"), QString::fromStdString(mPath)}, nobody);
-    EXPECT_TRUE(output.contains(QStringLiteral("Failed to keep a copy of the damaged quotes")));
-    EXPECT_TRUE(
-        output.contains(QStringLiteral("Not saving over '%1'").arg(QString::fromStdString(mPath))))
+        runTool({QStringLiteral("load-add-save"), QString::fromStdString(path)}, nobody, tool);
+    EXPECT_TRUE(output.contains(QStringLiteral("Failed to keep a copy of the damaged quotes")))
         << output.toStdString();
-    EXPECT_EQ(unreadable, bytes());
-    EXPECT_TRUE(filesLike(QStringLiteral("quotes.db.*")).isEmpty());
+    EXPECT_TRUE(
+        output.contains(QStringLiteral("Not saving over '%1'").arg(QString::fromStdString(path))))
+        << output.toStdString();
+    EXPECT_EQ(unreadable, bytes(path));
+    EXPECT_TRUE(QDir(QString::fromStdString(folder))
+                    .entryList({QStringLiteral("quotes.db.*")}, QDir::Files | QDir::Hidden)
+                    .isEmpty());
 }
 
 TEST_F(QuotesRepositoryTest, DatabaseNamesAtTheSystemLimitsStillSave)

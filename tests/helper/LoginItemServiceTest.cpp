@@ -2,10 +2,13 @@
 #include "HelperWorld.h"
 #include "TestHome.h"
 #include "core/AppIdentity.h"
+#include "signature/HelperAppControl.h"
 #include "signature/SettingsKeys.h"
+#include "util/UserMessages.h"
 
 #include <QFile>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -55,6 +58,42 @@ TEST(LoginItemServiceTest, RegisterStartsOneHelperAndUnregisterStopsOnlyTheHelpe
     EXPECT_TRUE(processExists(other.processId()));
     other.kill();
     other.waitForFinished();
+}
+
+TEST(LoginItemServiceTest, AHelperThatCannotStartOrStopsIsShownWithAStartButton)
+{
+    QBTestHome home;
+    writeQuotes({QStringLiteral("One")});
+    setSuiteValue(QBDefaultsAutoRandomize, true);
+    QBUserMessages& messages = QBUserMessages::shared();
+    const auto shownText = [&] { return messages.lastMessage().text; };
+    QBHelperAppControl control;
+
+    QBLoginItemService::setHelperExecutablePath(home.filePath(u"gone/quillbox2-helper"_s));
+    EXPECT_FALSE(control.enable());
+    // (No string table here: the texts are their ids.)
+    EXPECT_EQ(shownText(), qtTrId("HelperStartFailed")
+                               .arg(u"The helper program '%1' is missing or cannot be run"_s.arg(
+                                   home.filePath(u"gone/quillbox2-helper"_s))));
+    EXPECT_EQ(messages.lastMessage().actionText, qtTrId("HelperStartButton"));
+
+    // The button starts it once the program is there; the message is taken back.
+    QBLoginItemService::setHelperExecutablePath(QStringLiteral(QB_HELPER_PATH));
+    QSignalSpy dismissed(&messages, &QBUserMessages::messageDismissed);
+    messages.lastMessage().action();
+    EXPECT_EQ(dismissed.value(0).value(0).toString(), QBHelperAppControl::kMessageTopic);
+    ASSERT_TRUE(
+        QTest::qWaitFor([] { return QBLoginItemService::runningHelperProcessId() != 0; }, 5000));
+
+    // Killed from outside, once the watch has seen it run: said within a few seconds.
+    QTest::qWait(QBHelperAppControl::kWatchIntervalMilliseconds + 500);
+    const qint64 pid = QBLoginItemService::runningHelperProcessId();
+    ASSERT_GT(pid, 0);
+    ::kill(static_cast<pid_t>(pid), SIGKILL);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shownText() == qtTrId("HelperStopped"); },
+                                3 * QBHelperAppControl::kWatchIntervalMilliseconds));
+    EXPECT_FALSE(control.isWatching());
+    EXPECT_TRUE(control.disable());
 }
 
 TEST(LoginItemServiceTest, ExecQuotesAPathWithReservedCharacters)

@@ -3,9 +3,13 @@
 #include "TestHome.h"
 #include "core/QuotesDocument.h"
 
+#include <QFileInfo>
+
 #include <set>
 
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -51,6 +55,50 @@ TEST(QuoteSourceTest, BothReadersAndBothAccessesShareOneCycle)
             EXPECT_EQ(QBHelperQuoteSource::nextQuote(access).content, expected[0].mContent)
                 << document;
         }
+    }
+}
+
+// --print keeps the round's order beside the cycle and reads it instead of the collection
+// while the database file is the same; any other file makes a new one.
+TEST(QuoteSourceTest, TheKeptOrderServesWholeRoundsAndFollowsANewDatabase)
+{
+    QBTestHome home;
+    QStringList texts;
+    for (int i = 0; i < 7; ++i) {
+        texts.append(QStringLiteral("Quote %1 — %2").arg(i).arg(QString(i, u'x')));
+    }
+    helperworld::writeQuotes(texts);
+    const QString orderPath = QBHelperQuoteSource::cycleStatePath() + u"-order"_s;
+    const auto round = [](int picks) {
+        std::multiset<QString> picked;
+        for (int i = 0; i < picks; ++i) {
+            const QBHelperQuoteSource::Pick pick = QBHelperQuoteSource::nextQuote(Access::Mapped);
+            picked.insert(QString::fromStdString(pick.content.value_or("none")));
+        }
+        return picked;
+    };
+    const std::multiset<QString> all(texts.cbegin(), texts.cend());
+    EXPECT_EQ(round(7), all);
+    ASSERT_TRUE(QFileInfo::exists(orderPath));
+    EXPECT_EQ(round(7), all); // a new round: a new key, a new kept order
+
+    // Damaged or foreign bytes in the order file are not taken for an order.
+    for (const QByteArray& damaged :
+         {QByteArray("QB2ORDR1"), QByteArray(64 + 24, 'Q'), readFileBytes(orderPath).chopped(24)}) {
+        ASSERT_TRUE(writeFileBytes(orderPath, damaged));
+        EXPECT_EQ(round(7), all);
+    }
+
+    // The application replaced the database: the removed quote is gone, the new one comes.
+    texts.removeFirst();
+    texts.append(u"Newly added, ümlaut and all"_s);
+    helperworld::writeQuotes(texts);
+    // (The new quote may still come in the old round, so the rounds are not aligned.)
+    const std::multiset<QString> picked = round(14);
+    EXPECT_EQ(std::set<QString>(picked.cbegin(), picked.cend()),
+              std::set<QString>(texts.cbegin(), texts.cend()));
+    for (const QString& text : texts) {
+        EXPECT_LE(picked.count(text), 3u) << text.toStdString();
     }
 }
 

@@ -1,14 +1,19 @@
-// Batch import on a real window answering its dialogs; then decoding and separator rules.
+// Batch import on a real window answering its dialogs; then decoding, the ways of cutting
+// text into quotes, and export read back.
 #include "core/Bundle.h"
 #include "core/QuotesRepository.h"
+#include "i18n/Translations.h"
 #include "import/BatchImportDialogs.h"
 #include "import/QuoteBatchImportHelper.h"
+#include "import/QuoteExport.h"
+#include "import/QuoteFile.h"
 #include "import/TextFileReader.h"
 #include "logging/Log.h"
 #include "model/QuotesAutoSaver.h"
 #include "ui/Alert.h"
 #include "util/UndoManager.h"
 #include "util/UserDefaults.h"
+#include "util/UserMessages.h"
 
 #include "TestHome.h"
 #include "UrlRecorder.h"
@@ -20,8 +25,10 @@
 #include <QImage>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -67,22 +74,6 @@ QStringList tenQuotes()
     return quotes;
 }
 
-// |count| lines, |repeated| of them |key| and |otherRepeated| |other|, spread out.
-QString linesWith(int count, const QString& key, int repeated, const QString& other = {},
-                  int otherRepeated = 0)
-{
-    QStringList lines;
-    for (int index = 0; index < count; ++index) {
-        if (index % 9 == 4 && repeated-- > 0)
-            lines << key;
-        else if (index % 9 == 7 && otherRepeated-- > 0)
-            lines << other;
-        else
-            lines << u"line %1"_s.arg(index);
-    }
-    return lines.join(u'\n');
-}
-
 // A temporary quotes.db holding one quote, auto-saver, undo, the build's help and a browser stub.
 class BatchImportFlowTest : public ::testing::Test
 {
@@ -93,6 +84,7 @@ protected:
         repository().removeAllQuotes();
         repository().mFilePath = home.stdPath(u"quotes.db"_s);
         QBBundle::setMainBundleResourcePath(QB_BUILD_SHARE_DIR);
+        installTranslations(); // the questions and messages in English
         H::setUndoManager(&undoManager);
         window.show();
         QBBatchImportDialogs::setParentWindow(&window);
@@ -139,31 +131,30 @@ protected:
     void importText(const QString& text) { importFile(fileWith(text.toUtf8())); }
 
     QMessageBox* openBox() { return window.findChild<QMessageBox*>(); }
+    // The separator question, if open.
+    QDialog* question()
+    {
+        const QWidget* choices = window.findChild<QWidget*>(u"separatorChoices"_s);
+        return choices != nullptr ? qobject_cast<QDialog*>(choices->window()) : nullptr;
+    }
     QStringList choices()
     {
         QStringList texts;
-        for (const QRadioButton* button : openBox()->findChildren<QRadioButton*>())
-            texts << button->text();
+        for (const QRadioButton* button : question()->findChildren<QRadioButton*>())
+            texts << button->text() + (button->isChecked() ? u" *"_s : QString());
         return texts;
     }
-    // Clicks the radio button showing |choice| (none when empty), then Import or Cancel.
-    void answer(const QString& choice, bool import = true)
+    QString preview() { return question()->findChild<QPlainTextEdit*>()->toPlainText(); }
+    // Presses |key| where the keyboard is in the question, then lets the dialog go.
+    void press(Qt::Key key)
     {
-        QMessageBox* box = openBox();
-        ASSERT_NE(box, nullptr);
-        EXPECT_EQ(box->windowModality(), Qt::WindowModal);
-        for (QRadioButton* button : box->findChildren<QRadioButton*>()) {
-            // On the round indicator: a short title leaves the button's middle unclickable.
-            if (button->text() == choice)
-                QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(6, button->height() / 2));
-        }
-        QAbstractButton* end = import ? static_cast<QAbstractButton*>(box->defaultButton())
-                                      : box->button(QMessageBox::Cancel);
-        QTest::mouseClick(end, Qt::LeftButton);
+        QDialog* dialog = question();
+        dialog->activateWindow(); // arrow keys move among the buttons of the focused window
+        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+        QWidget* focus = dialog->focusWidget();
+        QTest::keyClick(focus != nullptr ? focus : dialog, key);
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_EQ(openBox(), nullptr);
     }
-
     // Messages logged at |level| since the collection was last reset, oldest first.
     static QStringList logged(qblog::Level level)
     {
@@ -183,95 +174,98 @@ protected:
     int fileNumber = 0;
 };
 
-TEST_F(BatchImportFlowTest, PercentAndBlankLineFilesImportAtOnceWithAnyLineEndsAsOneUndoStep)
+const QString kRule = u"\n――――――――\n"_s;
+
+QString lastMessageText()
+{
+    return QBUserMessages::shared().lastMessage().text;
+}
+
+TEST_F(BatchImportFlowTest, SeparatedFilesImportAtOnceWithAnyLineEndsAsOneUndoStep)
 {
     const QStringList quotes = tenQuotes();
-    QStringList afterPercent{u"Earlier quote"_s};
-    for (const QString& quote : quotes)
-        afterPercent << quote + u'\n'; // each piece keeps the newline before the "%"
-    QStringList afterBlankLine = QStringList{u"Earlier quote"_s} + quotes;
-    afterBlankLine.last() += u'\n'; // the last piece keeps the file's final newline
-
     for (const QString& lineEnd : {u"\n"_s, u"\r\n"_s, u"\r"_s}) {
-        for (const auto& [separator, expected] :
-             {std::pair{u"\n%\n"_s, afterPercent}, std::pair{u"\n\n"_s, afterBlankLine}}) {
+        for (const QString& separator : {u"\n%\n"_s, u"\n\n"_s, u"\n* * *\n"_s, u"\n----\n"_s}) {
             SCOPED_TRACE(QString(separator + lineEnd).toUtf8().toPercentEncoding().toStdString());
             resetCollection();
             importText(QString(quotes.join(separator) + u'\n').replace(u'\n', lineEnd));
-            EXPECT_EQ(openBox(), nullptr); // one candidate: no question
-            EXPECT_EQ(savedContents(), expected);
+            EXPECT_EQ(question(), nullptr);
+            EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s} + quotes);
         }
     }
 
-    // The last import is written by one save and undone in one step.
+    // One save, one summary in the message bar whose button takes the import back.
     EXPECT_EQ(logged(qblog::Level::Info).count(u"Saving quotes"_s), 1);
+    const QBUserMessage& message = QBUserMessages::shared().lastMessage();
+    EXPECT_EQ(message.kind, QBUserMessage::Kind::Success);
+    EXPECT_EQ(message.text, u"Imported 10 quotes from “quotes %1.txt”."_s.arg(fileNumber));
+    EXPECT_EQ(message.actionText, u"Undo"_s);
     const QStringList imported = column(repository().mQuotes, &CQuoteRecord::mUID);
-    undoManager.undo();
+    message.action();
     EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s});
     EXPECT_FALSE(undoManager.canUndo());
     undoManager.redo();
     EXPECT_EQ(column(repository().mQuotes, &CQuoteRecord::mUID), imported);
-    EXPECT_EQ(savedContents(), afterBlankLine);
 }
 
-TEST_F(BatchImportFlowTest, ATenthOfTheLinesMakesACandidateTwoAlwaysAskAndNoChoiceAborts)
+TEST_F(BatchImportFlowTest, TheQuestionCountsPreviewsAndAnswersToReturnAndEscape)
 {
-    // "Anon" 9 times in 100 lines: below the threshold, so "%" alone and no question.
-    importText(linesWith(100, u"%"_s, 10, u"Anon"_s, 9));
-    EXPECT_EQ(openBox(), nullptr);
-    EXPECT_EQ(repository().mQuotes.size(), 1u + 11u);
+    const QString attributed = u"q1\n-- Anon\n\nq2\n-- Anon\n\nq3\n-- Anon"_s;
+    importText(attributed);
+    ASSERT_NE(question(), nullptr);
+    EXPECT_EQ(question()->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(choices(),
+              QStringList({u"Blank lines — 3 quotes *"_s, u"Lines “-- Anon” — 3 quotes"_s,
+                           u"One quote per line — 6 quotes"_s, u"The whole file as one quote"_s}));
+    EXPECT_EQ(preview(), u"q1\n-- Anon"_s + kRule + u"q2\n-- Anon"_s + kRule + u"q3\n-- Anon"_s);
+    EXPECT_EQ(repository().mQuotes.size(), 1u); // nothing before the answer
+    question()->findChildren<QRadioButton*>().first()->setFocus();
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    EXPECT_EQ(choices().at(2), u"One quote per line — 6 quotes *"_s);
+    EXPECT_EQ(preview(), u"q1"_s + kRule + u"-- Anon"_s + kRule + u"q2"_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(question(), nullptr);
+    EXPECT_EQ(savedContents().size(), 1 + 6);
 
     resetCollection();
-    importText(linesWith(100, u"%"_s, 10, u"Anon"_s, 10)); // 10 times: both lines qualify
-    EXPECT_EQ(choices(), QStringList({u"%"_s, u"Anon"_s}));
-    EXPECT_EQ(repository().mQuotes.size(), 1u); // nothing before the answer
-    answer(u"Anon"_s);
-    EXPECT_EQ(repository().mQuotes.size(), 1u + 11u);
+    importText(attributed);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(question(), nullptr);
+    EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s});
+    EXPECT_FALSE(undoManager.canUndo());
+    EXPECT_TRUE(logged(qblog::Level::Warning).value(0).startsWith(u"No choice selected in "_s));
 
-    // Far apart counts still ask and the choice decides the split; a blank line shows as
-    // "⏎"; no choice, Cancel or no candidate at all abort. Aborting changes nothing.
-    const QString farApart = u"a\n%\nb\nAnon\n%\nc\nAnon\n%\nd"_s;
-    const QStringList twoOffered{u"%"_s, u"Anon"_s};
-    const struct
-    {
-        const char* name;
-        QString text;
-        QStringList offered;
-        QString choice;
-        bool import;
-        QStringList pieces; // none: aborted
-    } cases[] = {
-        {"far apart, %",
-         farApart,
-         twoOffered,
-         u"%"_s,
-         true,
-         {u"a\n"_s, u"b\nAnon\n"_s, u"c\nAnon\n"_s, u"d"_s}},
-        {"far apart, Anon",
-         farApart,
-         twoOffered,
-         u"Anon"_s,
-         true,
-         {u"a\n%\nb\n"_s, u"%\nc\n"_s, u"%\nd"_s}},
-        {"blank line",
-         u"a\n\nb\n\nc\nx\nx\nx"_s,
-         {u"x"_s, u"⏎"_s},
-         u"⏎"_s,
-         true,
-         {u"a"_s, u"b"_s, u"c\nx\nx\nx"_s}},
-        {"no choice", farApart, twoOffered, {}, true, {}},
-        {"cancelled choice", farApart, twoOffered, u"%"_s, false, {}},
-        {"zero candidates", u"a\nb\nc"_s, {}, {}, true, {}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        resetCollection();
-        importText(c.text);
-        EXPECT_EQ(choices(), c.offered);
-        answer(c.choice, c.import);
-        EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s} + c.pieces);
-        EXPECT_EQ(undoManager.canUndo(), !c.pieces.isEmpty());
-    }
+    // A file holding one quote says so and imports it on Return.
+    importText(u"Just one quote, wrapped\n"_s);
+    EXPECT_EQ(question()->windowTitle(), u"Import a Single Quote"_s);
+    EXPECT_TRUE(question()->findChildren<QRadioButton*>().isEmpty());
+    EXPECT_EQ(preview(), u"Just one quote, wrapped"_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(savedContents(), QStringList({u"Earlier quote"_s, u"Just one quote, wrapped"_s}));
+}
+
+TEST_F(BatchImportFlowTest, SeveralFilesAreOneStepAndRepeatedQuotesCanBeSkipped)
+{
+    const QStringList files{fileWith("Earlier quote\n%\nNew one\n"),
+                            fileWith("New one\n\nAnother\n"), fileWith(QByteArray("\0\1\0\2", 4))};
+    H::importFiles(files);
+    const QStringList all{u"Earlier quote"_s, u"Earlier quote"_s, u"New one"_s, u"New one"_s,
+                          u"Another"_s};
+    EXPECT_EQ(savedContents(), all);
+    EXPECT_EQ(lastMessageText(), u"Imported 4 quotes from 2 files. 1 of them was already in the "
+                                 u"collection. 1 file could not be read."_s);
+    EXPECT_EQ(openBox(), nullptr); // several files: no alert for the unreadable one
+    const QBUserMessage message = QBUserMessages::shared().lastMessage();
+    EXPECT_EQ(message.actionText, u"Skip Duplicates"_s);
+    message.action(); // only what was there before the import goes
+    EXPECT_EQ(savedContents(),
+              QStringList({u"Earlier quote"_s, u"New one"_s, u"New one"_s, u"Another"_s}));
+    undoManager.undo();
+    EXPECT_EQ(savedContents(), all);
+    undoManager.undo();
+    EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s});
+    EXPECT_FALSE(undoManager.canUndo());
 }
 
 TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNothing)
@@ -281,11 +275,9 @@ TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNoth
     QBuffer png;
     ASSERT_TRUE(png.open(QIODevice::WriteOnly) && picture.save(&png, "PNG"));
     const QString text = u"Ça va, naïve\n%\nÜber “alles”\n%\nc’est ça"_s;
-    const QStringList quotes{u"Ça va, naïve\n"_s, u"Über “alles”\n"_s, u"c’est ça"_s};
+    const QStringList quotes{u"Ça va, naïve"_s, u"Über “alles”"_s, u"c’est ça"_s};
     QByteArray brokenUtf16 = encodedText(text, QStringConverter::Utf16LE, true);
     brokenUtf16.chop(1);
-    const QUrl importHelp = QUrl::fromLocalFile(QB_BUILD_SHARE_DIR u"/help/import.html"_s)
-                                .resolved(u"#QB_BATCH_IMPORT"_s);
     const QString zeros = u"Failed to read file: the file holds binary data (zero bytes)"_s;
     const QString huge = fileWith({});
     ASSERT_TRUE(QFile(huge).resize(QBTextFileReader::kMaxFileSize + 1));
@@ -296,53 +288,49 @@ TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNoth
         QStringList imported = {};
         QString warning = {}; // when nothing is imported
         QString alert = {};   // title of the alert that follows, if any
-        QUrl help = {};       // page the help opens, if any
     } cases[] = {
         {"UTF-16 with mark", fileWith(encodedText(text, QStringConverter::Utf16LE, true)), quotes},
         {"UTF-16 without mark", fileWith(encodedText(text, QStringConverter::Utf16BE)), quotes},
         {"Latin-1 accents",
          fileWith("na\xEFve\n%\n\xC7"
                   "a\n%\nd\xE9j\xE0"),
-         {u"naïve\n"_s, u"Ça\n"_s, u"déjà"_s}},
+         {u"naïve"_s, u"Ça"_s, u"déjà"_s}},
         {"invalid UTF-8 as Windows-1252",
          fileWith("caf\xC3(\n%\n\x93quoted\x94\n%\n"),
-         {u"cafÃ(\n"_s, u"“quoted”\n"_s}},
+         {u"cafÃ("_s, u"“quoted”"_s}},
+        {"separator with spaces after it", fileWith("a\n% \nb\n%\t\nc"), {u"a"_s, u"b"_s, u"c"_s}},
         {"empty file", fileWith({}), {}, u"Failed to import: Contents of file empty?"_s},
-        {"only blank pieces", fileWith("\n\n \n\n\t\n\n")},
+        {"only blank lines",
+         fileWith("\n\n \n\n\t\n\n"),
+         {},
+         u"Failed to import: Quotes found in input file = 0"_s},
         {"UTF-8 with a stray zero byte",
          fileWith(QByteArray(120, 'a') + "\n%\n" + QByteArray(1, '\0') + "b\n%\nc"),
          {},
          zeros,
-         u"FileNotText"_s},
-        {"image", fileWith(png.data()), {}, zeros, u"FileNotText"_s},
+         u"File not Text"_s},
+        {"image", fileWith(png.data()), {}, zeros, u"File not Text"_s},
         {"broken UTF-16",
          fileWith(brokenUtf16),
          {},
          u"Failed to read file: the file starts with a byte-order mark but is not valid UTF-16LE "
          u"text"_s,
-         u"FileNotText"_s},
+         u"File not Text"_s},
         {"over 64 MiB",
          huge,
          {},
          u"Failed to read file: the file is larger than 64 MiB"_s,
-         u"FileTooLarge"_s},
-        {"separator never alone on its line",
-         fileWith("a\n% \nb\n% \nc"),
-         {},
-         u"Failed to import: Quotes found in input file = 1"_s,
-         {},
-         importHelp},
+         u"File Too Large"_s},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         resetCollection();
-        browser.opened.clear();
         importFile(c.path);
+        EXPECT_EQ(question(), nullptr);
         EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s} + c.imported);
         EXPECT_EQ(undoManager.canUndo(), !c.imported.isEmpty());
         EXPECT_EQ(logged(qblog::Level::Warning),
                   c.warning.isEmpty() ? QStringList{} : QStringList{c.warning});
-        EXPECT_EQ(browser.opened, c.help.isEmpty() ? QList<QUrl>{} : QList<QUrl>{c.help});
         EXPECT_EQ(openBox(), nullptr); // any alert waits for the file dialog to go
         if (!c.alert.isEmpty()) {
             ASSERT_TRUE(QTest::qWaitFor([this] { return openBox() != nullptr; }, 3000));
@@ -390,25 +378,127 @@ TEST(ImportTextTest, EncodingIsFoundFromTheBytes)
               u"character 2)"_s);
 }
 
-TEST(ImportTextTest, CandidatesAreLinesSeenTwiceAndInATenthOfTheLines)
+// Quotes as a file on disk gives them back, with the way the import chose.
+QStringList quotesOfFile(const QByteArray& bytes, QBSeparatorChoice* chosen = nullptr)
 {
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"quotes"_s);
+    EXPECT_TRUE(writeFileBytes(path, bytes));
+    const QBQuoteFile file = QBQuoteFile::load(path);
+    EXPECT_TRUE(file.ok()) << file.error.toStdString();
+    if (file.isCollection)
+        return file.collectionQuotes;
+    EXPECT_TRUE(file.analysis.clear);
+    if (chosen != nullptr)
+        *chosen = file.analysis.choices.value(0);
+    return file.quotes(file.analysis.choices.value(0));
+}
+
+TEST(ImportTextTest, FortuneFilesAreCutAtWholePercentLinesWhateverTheirShare)
+{
+    // A quote of 15 lines (so "%" stands in far fewer than a tenth of the lines) holding a
+    // blank line and lines ending in "%"; "%" first and last, two in a row, one with spaces.
+    QStringList longLines;
+    for (int line = 0; line < 15; ++line)
+        longLines << u"Line %1 of a long quote, café"_s.arg(line);
+    longLines[5].clear();
+    longLines[9] = u"grew by 100%"_s;
+    longLines[10] = u"  % indented"_s;
+    const QString longQuote = longLines.join(u'\n');
+    const QString text = u"%\n"_s + longQuote + u"\n%  \n%\nSecond\tquote\n-- Someone\n%\n"_s;
+    const QStringList expected{longQuote, u"Second\tquote\n-- Someone"_s};
+    QBSeparatorChoice chosen;
+    EXPECT_EQ(quotesOfFile(text.toUtf8(), &chosen), expected);
+    EXPECT_EQ(chosen.line, u"%"_s);
+    EXPECT_EQ(chosen.quoteCount, 2);
+    EXPECT_EQ(quotesOfFile(QString(text).replace(u"\n"_s, u"\r\n"_s).toUtf8()), expected);
+    EXPECT_EQ(quotesOfFile(text.toLatin1()), expected);
+}
+
+TEST(ImportTextTest, EveryWayOfCuttingIsCountedMostLikelyFirst)
+{
+    QStringList tenLines;
+    for (int line = 0; line < 10; ++line)
+        tenLines << u"Saying number %1"_s.arg(line);
     const struct
     {
         const char* name;
         QString text;
-        QStringList candidates;
+        QStringList choices; // name and count
+        bool clear;
     } cases[] = {
-        {"101 lines: threshold still 10", linesWith(101, u"%"_s, 10), {u"%"_s}},
-        {"110 lines: threshold 11", linesWith(110, u"%"_s, 10), {}},
-        {"most frequent first", linesWith(100, u"a"_s, 10, u"b"_s, 11), {u"b"_s, u"a"_s}},
-        {"spaces around count as the same", u"x\n  %\t\ny\n% \nz\n%"_s, {u"%"_s}},
-        {"blank and white lines are one key", u"a\n\nb\n \t\nc"_s, {u"\n"_s}},
-        {"other line breaks split lines", u"a\u2028%\u2029b\u0085%\vc"_s, {u"%"_s}},
+        {"blank lines, one or more",
+         u"a\nb\n\nc\n\n\n d\n"_s,
+         {u"blank 3"_s, u"line 4"_s, u"whole 1"_s},
+         true},
+        {"a marked line beats blank lines",
+         u"a\n\nb\n* * *\nc\n* * *\nd"_s,
+         {u"* * * 3"_s, u"blank 2"_s, u"line 6"_s, u"whole 1"_s},
+         true},
+        {"a repeated text line makes it unclear",
+         u"q1\n-- Anon\n\nq2\n-- Anon\n\nq3\n-- Anon"_s,
+         {u"blank 3"_s, u"-- Anon 3"_s, u"line 6"_s, u"whole 1"_s},
+         false},
+        {"percent wins over everything",
+         u"a\n-- X\n%\nb\n-- X\n\nc"_s,
+         {u"% 2"_s, u"blank 2"_s, u"-- X 3"_s, u"line 6"_s, u"whole 1"_s},
+         true},
+        {"few lines without separators ask", u"a\nb\nc"_s, {u"line 3"_s, u"whole 1"_s}, false},
+        {"ten lines are one per line", tenLines.join(u'\n'), {u"line 10"_s, u"whole 1"_s}, true},
+        {"one line", u"  only this  \n"_s, {u"line 1"_s, u"whole 1"_s}, false},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        EXPECT_EQ(H::detectCandidateSeparators(c.text), c.candidates);
+        const QBQuoteTextAnalysis analysis = QBQuoteTextAnalysis::analyze(c.text);
+        QStringList choices;
+        for (const QBSeparatorChoice& choice : analysis.choices)
+            choices << u"%1 %2"_s.arg(choice.name()).arg(choice.quoteCount);
+        EXPECT_EQ(choices, c.choices);
+        EXPECT_EQ(analysis.clear, c.clear);
+        EXPECT_EQ(analysis.isSingleQuote(), c.choices.size() == 2 && c.choices[0] == u"line 1");
+        for (const QBSeparatorChoice& choice : analysis.choices)
+            EXPECT_EQ(choice.split(c.text).size(), choice.quoteCount)
+                << choice.name().toStdString();
     }
+    EXPECT_EQ(QBSeparatorChoice::fromName(u"blank"_s).split(u"a\n\n\n b \n"_s),
+              QStringList({u"a"_s, u" b "_s}));
+}
+
+TEST(ImportTextTest, ExportsReadBackAsTheSameQuotesByteForByte)
+{
+    std::vector<CQuoteRecord> quotes;
+    for (const char* text :
+         {"Plain", "Two\nlines", "  indented\n\twith a tab ", "Ends with a line break\n",
+          "\nStarts with one", "Growth of 100%", "Ünïcödé “quotes” — 𝄞", "Has\n\na blank line",
+          "Has\n%\na percent line"})
+        quotes.emplace_back(text, "");
+    using Format = QBQuoteExport::Format;
+    EXPECT_EQ(QBQuoteExport::exportedBytes({quotes[0], quotes[3]}, Format::Fortune),
+              "Plain\n%\nEnds with a line break\n\n%\n");
+    const struct
+    {
+        Format format;
+        qsizetype holdingTheirSeparator;
+    } formats[] = {{Format::Fortune, 1}, {Format::Text, 4}, {Format::Json, 0}};
+    for (const auto& [format, holding] : formats) {
+        SCOPED_TRACE(QBQuoteExport::fileSuffix(format).toStdString());
+        EXPECT_EQ(QBQuoteExport::quotesHoldingTheirSeparator(quotes, format), holding);
+        // What holds its own separator is left out; everything else comes back as it was.
+        std::vector<CQuoteRecord> safe;
+        std::copy_if(quotes.begin(), quotes.end(), std::back_inserter(safe),
+                     [format](const CQuoteRecord& quote) {
+                         return QBQuoteExport::quotesHoldingTheirSeparator({quote}, format) == 0;
+                     });
+        EXPECT_EQ(qsizetype(safe.size()), qsizetype(quotes.size()) - holding);
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"export"_s);
+        ASSERT_EQ(QBQuoteExport::writeExport(path, safe, format), std::nullopt);
+        EXPECT_EQ(quotesOfFile(readFileBytes(path)), column(safe));
+    }
+    const std::optional<QString> refused =
+        QBQuoteExport::writeExport(u"/nonexistent-folder/export"_s, quotes, Format::Json);
+    ASSERT_TRUE(refused.has_value());
+    EXPECT_FALSE(QFile::exists(u"/nonexistent-folder/export"_s));
 }
 
 } // namespace

@@ -14,6 +14,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <functional>
 #include <iostream>
 #include <regex>
@@ -138,11 +140,11 @@ TEST_F(LogTest, SetupDeletesOnlyARegularFileLargerThan256000Bytes)
     qblog::setupLogging(logPath().toStdString() + "/inside-a-file");
     ::dup2(savedError, STDERR_FILENO);
     ::close(savedError);
-    EXPECT_EQ(
-        lines(readFileBytes(captured.fileName())),
-        (std::vector<std::string>{
-            "Cannot open the log file " + path.toStdString() + ": No such device or address",
-            "Cannot open the log file " + path.toStdString() + "/inside-a-file: Not a directory"}));
+    EXPECT_EQ(lines(readFileBytes(captured.fileName())),
+              (std::vector<std::string>{"Cannot open the log file " + path.toStdString() + ": " +
+                                            std::strerror(ENXIO),
+                                        "Cannot open the log file " + path.toStdString() +
+                                            "/inside-a-file: " + std::strerror(ENOTDIR)}));
 }
 
 TEST_F(LogTest, MessagesAreCutKeepTheirPercentSignsAndTheHistoryIsBounded)

@@ -12,6 +12,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 class QuotesListModelTest : public ::testing::Test
@@ -124,6 +126,32 @@ TEST_F(QuotesListModelTest, RemovalKeepsOtherRowsAndPersistentIndicesWithAndWith
     // A rebuild keeps the filter on the fresh objects.
     mSource.rebuildQuotesArray();
     EXPECT_EQ(shown(), QStringList({QStringLiteral("tea / and cake")}));
+}
+
+TEST_F(QuotesListModelTest, QuotesTooLongAreMarkedAndCanBeTheOnlyRowsWithTheFilter)
+{
+    // "Too long" here: more than ten characters.
+    mModel.setSignatureFitTest([](const QString& content) { return content.size() <= 10; });
+    const auto tooLong = [this](int row) {
+        return mModel.data(mModel.index(row), QBQuotesListModel::TooLongForSignatureRole).toBool();
+    };
+    EXPECT_TRUE(tooLong(0));  // Le cœur a ses raisons
+    EXPECT_FALSE(tooLong(2)); // Carpe diem
+    EXPECT_TRUE(mModel.data(mModel.index(0), Qt::ToolTipRole).toString().contains(u"\n\n"));
+
+    mModel.setShowsOnlyTooLong(true);
+    EXPECT_EQ(shown(),
+              (QStringList{u"Le cœur a ses raisons"_s, u"Café au lait"_s, u"Être ou ne pas être"_s,
+                           u"CAFE society"_s, u"tea / and cake"_s}));
+    mModel.setFilterText(u"cafe"_s);
+    EXPECT_EQ(shown(), (QStringList{u"Café au lait"_s, u"CAFE society"_s}));
+    update(1, "Café"); // now it fits: it stays until the rows are arranged again
+    mModel.setSignatureFitTest([](const QString& content) { return content.size() <= 10; });
+    EXPECT_EQ(shown(), QStringList{u"CAFE society"_s});
+    mModel.setShowsOnlyTooLong(false);
+    EXPECT_EQ(shown(), (QStringList{u"Café"_s, u"CAFE society"_s}));
+    mModel.setSignatureFitTest({}); // no limit: nothing is too long
+    EXPECT_FALSE(tooLong(1));
 }
 
 } // namespace

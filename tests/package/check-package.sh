@@ -65,25 +65,40 @@ version)
 deb)
   rm -rf "$work/deb"
   cpack -G DEB --config "$build/CPackConfig.cmake" -B "$work/deb" >/dev/null
-  deb=$(ls "$work"/deb/quillbox2_"$version"_*.deb)
+  deb=$(ls "$work"/deb/quillbox2_"$version"-*.deb)
   depends=$(dpkg-deb -f "$deb" Depends)
   echo "Depends: $depends"
-  for needed in libqt6widgets6 libqt6svg6 libboost-log; do
+  needs=(libqt6widgets6 libqt6svg6 libboost-log)
+  # Where Qt's SVG plug-ins come in a package of their own, the icons need it too.
+  dpkg-query -W -f='${Status}' qt6-svg-plugins 2>/dev/null | grep -q "install ok installed" &&
+    needs+=(qt6-svg-plugins)
+  for needed in "${needs[@]}"; do
     grep -q "$needed" <<<"$depends" || fail "Depends lacks $needed"
   done
   contents=$(dpkg-deb -c "$deb")
   for path in usr/bin/quillbox2 usr/share/applications/$id.desktop usr/share/metainfo/$id.metainfo.xml \
               usr/share/icons/hicolor/48x48/apps/$id.png usr/share/man/man1/quillbox2.1.gz \
-              usr/share/quillbox2/signatures.json; do
+              usr/share/quillbox2/signatures.json usr/share/doc/quillbox2/copyright \
+              usr/share/doc/quillbox2/changelog.Debian.gz; do
     grep -q "\./$path\$" <<<"$contents" || fail "package lacks $path"
   done
+  ;;
+lintian)
+  if ! command -v lintian >/dev/null; then
+    echo "SKIPPED: lintian is not installed (apt-get install lintian)"
+    exit 77
+  fi
+  deb=$(ls "$work"/deb/quillbox2_"$version"-*.deb)
+  # Errors and warnings fail; informational tags are only shown.
+  lintian --fail-on error,warning --tag-display-limit 0 "$deb"
+  echo "lintian: no errors or warnings"
   ;;
 apt-install)
   if [[ ${QB_TEST_PACKAGE_INSTALL:-} != 1 ]]; then
     echo "SKIPPED: installs the package on this machine; set QB_TEST_PACKAGE_INSTALL=1 to run it"
     exit 77
   fi
-  deb=$(ls "$work"/deb/quillbox2_"$version"_*.deb)
+  deb=$(ls "$work"/deb/quillbox2_"$version"-*.deb)
   sudo=""
   [[ $(id -u) -ne 0 ]] && sudo="sudo"
   DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "$deb" >/dev/null

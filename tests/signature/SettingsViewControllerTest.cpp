@@ -3,11 +3,14 @@
 #include "HelperWorld.h"
 #include "TelemetryTestSupport.h"
 #include "TestHome.h"
+#include "core/QuoteRecord.h"
 #include "logging/Log.h"
 #include "model/Notifications.h"
+#include "model/QuoteValueObject.h"
 #include "signature/LoginItemService.h"
 #include "signature/SettingsKeys.h"
 #include "signature/SharedUserDefaults.h"
+#include "signature/SignatureSection.h"
 #include "telemetry/QBTelemetryHelper.h"
 #include "ui/Alert.h"
 #include "util/NotificationCenter.h"
@@ -21,6 +24,8 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QSpinBox>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -44,6 +49,7 @@ protected:
             new QBSettingsViewController(*mDefaults, QBSharedUserDefaults::sharedInstance());
         mWindow.setCentralWidget(mController);
         QBAlert::shared().setParentWindow(&mWindow);
+        mWindow.resize(640, 1000); // the whole page in view
         mWindow.show();
         QBLoginItemService::setHelperExecutablePath(QStringLiteral(QB_HELPER_PATH));
         writeQuotes({QStringLiteral("One"), QStringLiteral("Two")});
@@ -192,6 +198,57 @@ TEST_F(SettingsViewControllerTest, UsageStatisticsSwitchIsOffWithoutAServiceAndS
     clickBox(share);
     EXPECT_NE(TelemetryManager::shared()->signalManager(), nullptr);
     telemetry.configureWithAppID(kAppID, QUrl()); // the server goes with this test
+}
+
+TEST_F(SettingsViewControllerTest, SignatureSectionStoresUsableTemplatesAndPreviewsTheSelectedQuote)
+{
+    auto* editor = child<QPlainTextEdit>("signatureTemplateEdit");
+    auto* problem = child<QLabel>("signatureTemplateProblemLabel");
+    auto* wrap = child<QComboBox>("signatureWrapColumnBox");
+    auto* maxLines = child<QSpinBox>("signatureMaxLinesBox");
+    auto* preview = child<QBSignaturePreview>("signaturePreview");
+    auto* fit = child<QLabel>("signatureFitLabel");
+    ASSERT_TRUE(editor && problem && wrap && maxLines && preview && fit);
+    EXPECT_EQ(editor->toPlainText(), u"{quote}"_s);
+    EXPECT_EQ(preview->toPlainText(), u"SettingsSignaturePreviewExample"_s);
+
+    // Typed over: without the placeholder nothing is stored and the section says why.
+    editor->setFocus();
+    editor->selectAll();
+    QTest::keyClicks(editor, u"Jane Doe, example.org"_s);
+    QTest::keyClick(editor, Qt::Key_Return);
+    EXPECT_TRUE(problem->isVisible());
+    EXPECT_FALSE(mDefaults->objectForKey(QBDefaultsSignatureTemplate).isValid());
+    QTest::keyClicks(editor, u"{quote}"_s);
+    EXPECT_FALSE(problem->isVisible());
+    EXPECT_EQ(mDefaults->stringForKey(QBDefaultsSignatureTemplate),
+              u"Jane Doe, example.org\n{quote}"_s);
+    QBSharedUserDefaults::sharedInstance().suiteUserDefaults().synchronize();
+    EXPECT_EQ(QBSharedUserDefaults::sharedInstance().stringForKey(QBDefaultsSignatureTemplate),
+              u"Jane Doe, example.org\n{quote}"_s);
+
+    // Wrap at 72 and at most two lines, by keys.
+    wrap->setFocus();
+    QTest::keyClick(wrap, Qt::Key_Down);
+    EXPECT_EQ(mDefaults->integerForKey(QBDefaultsSignatureWrapColumn), 72);
+    maxLines->setFocus();
+    QTest::keyClick(maxLines, Qt::Key_Up);
+    QTest::keyClick(maxLines, Qt::Key_Up);
+    EXPECT_EQ(mDefaults->integerForKey(QBDefaultsSignatureMaxLines), 2);
+
+    // The selected quote, exactly as it will be written, with the marker at column 72.
+    const QString quote = u"word "_s.repeated(25).trimmed();
+    auto object = std::make_shared<QBQuoteValueObject>(CQuoteRecord(quote.toStdString(), "uid"));
+    QBNotificationCenter::defaultCenter().post(QBQuoteSelectedNotification, object.get());
+    const QBComposedSignature composed =
+        QBSignatureComposer::compose(quote, QBSignatureSettings::fromDefaults(*mDefaults));
+    EXPECT_EQ(preview->toPlainText() + u'\n', QString::fromUtf8(composed.bytes));
+    EXPECT_EQ(preview->toPlainText().count(u'\n'), 2); // the template's line and two of the quote
+    EXPECT_EQ(preview->markerColumn(), 72);
+    EXPECT_GT(preview->markerX(), preview->fontMetrics().horizontalAdvance(u"0"_s) * 70);
+    EXPECT_FALSE(fit->isVisible());
+    QTest::keyClick(maxLines, Qt::Key_Down);
+    EXPECT_TRUE(fit->isVisible()); // two lines, more than one
 }
 
 } // namespace

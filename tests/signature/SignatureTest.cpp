@@ -6,21 +6,33 @@
 
 #include "core/QuotesDBHelper.h"
 #include "logging/Log.h"
+#include "util/UserMessages.h"
 
 #include "TestHome.h"
 
 #include <QDir>
 #include <QFile>
+#include <QSignalSpy>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstring>
+
 namespace {
 
 using Helper = QBCurrentSignatureFileHelper;
+
+// The system's wording of an error, which differs between C library releases.
+QString systemText(int error)
+{
+    return QString::fromLocal8Bit(std::strerror(error));
+}
 
 class CurrentSignatureFileHelperTest : public ::testing::Test
 {
@@ -90,14 +102,109 @@ TEST_F(CurrentSignatureFileHelperTest, ReplacesTheFileWithTheTextAndOneFinalNewl
               QStringList{QStringLiteral("sig.txt")}); // no temporary file left
     EXPECT_EQ(recentLines(), "");
 
-    // No room for a temporary file (name too long): written in place, bookmark kept.
+    // A name too long to take ".NAME.XXXXXX" around it is replaced through a shorter one.
     const QString longName = path("Mail/") + QString(250, QLatin1Char('n'));
     ASSERT_TRUE(writeFileBytes(longName, "old"));
     Helper::createSecurityScopedBookmarkForPath(QUrl::fromLocalFile(longName));
     const QVariant bookmark = storedBookmark();
-    EXPECT_TRUE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("in place")));
-    EXPECT_EQ(readFileBytes(longName), QByteArray("in place\n"));
-    EXPECT_EQ(storedBookmark(), bookmark);
+    EXPECT_TRUE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("long")));
+    EXPECT_EQ(readFileBytes(longName), QByteArray("long\n"));
+    EXPECT_NE(storedBookmark(), bookmark);
+}
+
+// A write killed after its new file took the old one's place, but before it recorded
+// that, leaves the bookmark as it was just before the rename; the next write must still
+// take the file as its own. Another program's file really is stale, and the user is told.
+TEST_F(CurrentSignatureFileHelperTest, OwnRenamedFileIsStillTheChosenOneAnotherProgramsIsNot)
+{
+    QBUserDefaults& suite = QBSharedUserDefaults::sharedInstance().suiteUserDefaults();
+    QByteArray leftByKill;
+    QByteArray contentWhenRecorded;
+    const QMetaObject::Connection watch =
+        QObject::connect(&suite, &QBUserDefaults::didChange, [&](const QString& key) {
+            if (key == QBPrivateDefaultsOutputFileSSB && leftByKill.isEmpty()) {
+                leftByKill = storedBookmark().toByteArray();
+                contentWhenRecorded = readFileBytes(mSignature);
+            }
+        });
+    ASSERT_TRUE(writeFileBytes(mSignature, "old\n"));
+    EXPECT_TRUE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("new")));
+    QObject::disconnect(watch);
+    EXPECT_EQ(contentWhenRecorded, QByteArray("old\n")) << "recorded only after the rename";
+    const QString base = QString::fromStdString(QBQuotesDBHelper::getPathToQuotesDb().value());
+    EXPECT_FALSE(QBFileBookmark::resolve(leftByKill, base).isStale);
+
+    QBSharedUserDefaults::sharedInstance().setObject(leftByKill, QBPrivateDefaultsOutputFileSSB);
+    EXPECT_TRUE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("after the kill")));
+    EXPECT_EQ(readFileBytes(mSignature), QByteArray("after the kill\n"));
+
+    // Another program's replacement.
+    ASSERT_TRUE(writeFileBytes(path("Mail/theirs"), "theirs\n"));
+    ASSERT_EQ(::rename(QFile::encodeName(path("Mail/theirs")).constData(),
+                       QFile::encodeName(mSignature).constData()),
+              0);
+    EXPECT_FALSE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("ours")));
+    EXPECT_EQ(readFileBytes(mSignature), QByteArray("theirs\n"));
+    const QBUserMessage& message = QBUserMessages::shared().lastMessage();
+    EXPECT_EQ(message.topic, Helper::kUserMessageTopic);
+    EXPECT_EQ(message.kind, QBUserMessage::Kind::Warning);
+    EXPECT_FALSE(message.text.isEmpty());
+}
+
+// Temporary files of writes killed before their rename go at the next write; one that a
+// running write holds stays.
+TEST_F(CurrentSignatureFileHelperTest, LeftoversOfKilledWritesAreRemovedAtTheNextWrite)
+{
+    for (const char* name : {"Mail/.sig.txt.a1B2c3", "Mail/.sig.txt.Zz9Yy8", "Mail/.sig.txt.held00",
+                             "Mail/.sig.txt.backup1", "Mail/.other.txt.a1B2c3"}) {
+        ASSERT_TRUE(writeFileBytes(path(name), "leftover"));
+    }
+    const int held = ::open(QFile::encodeName(path("Mail/.sig.txt.held00")).constData(), O_RDONLY);
+    ASSERT_GE(held, 0);
+    ASSERT_EQ(::flock(held, LOCK_EX), 0);
+    EXPECT_TRUE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("quote")));
+    ::close(held);
+    QStringList left = QDir(path("Mail")).entryList(QDir::Files | QDir::Hidden);
+    left.sort();
+    EXPECT_EQ(left,
+              (QStringList{QStringLiteral(".other.txt.a1B2c3"), QStringLiteral(".sig.txt.backup1"),
+                           QStringLiteral(".sig.txt.held00"), QStringLiteral("sig.txt")}));
+}
+
+// A folder that takes no new file: the old signature stays whole (never rewritten in
+// place), and the user reads why; a folder that may not be entered is named as such.
+TEST_F(CurrentSignatureFileHelperTest, ReadOnlyFolderKeepsTheOldSignatureAndSaysWhy)
+{
+    if (::geteuid() == 0) {
+        GTEST_SKIP() << "root writes into read-only folders, so there is no refusal to see";
+    }
+    ASSERT_TRUE(writeFileBytes(mSignature, "old signature\n"));
+    ASSERT_TRUE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("first")));
+    const QString folder = path("Mail");
+    QSignalSpy shown(&QBUserMessages::shared(), &QBUserMessages::messageShown);
+    ASSERT_EQ(::chmod(QFile::encodeName(folder).constData(), 0555), 0);
+    recentLines();
+    EXPECT_FALSE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("second")));
+    EXPECT_EQ(readFileBytes(mSignature), QByteArray("first\n"));
+    EXPECT_NE(
+        recentLines().find(QStringLiteral("no new file can be created in the folder '%1' (%2)")
+                               .arg(folder, systemText(EACCES))
+                               .toStdString()),
+        std::string::npos);
+
+    ASSERT_EQ(::chmod(QFile::encodeName(folder).constData(), 0), 0);
+    EXPECT_FALSE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("third")));
+    EXPECT_NE(recentLines().find(QStringLiteral("The bookmarked file '%1' cannot be reached: %2")
+                                     .arg(mSignature, systemText(EACCES))
+                                     .toStdString()),
+              std::string::npos);
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(QBUserMessages::shared().lastMessage().topic, Helper::kUserMessageTopic);
+
+    ASSERT_EQ(::chmod(QFile::encodeName(folder).constData(), 0700), 0);
+    QSignalSpy dismissed(&QBUserMessages::shared(), &QBUserMessages::messageDismissed);
+    EXPECT_TRUE(Helper::writeToCurrentSignatureFileContent(QStringLiteral("fourth")));
+    EXPECT_EQ(dismissed.size(), 1);
 }
 
 TEST_F(CurrentSignatureFileHelperTest,
@@ -110,7 +217,7 @@ TEST_F(CurrentSignatureFileHelperTest,
     ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
     QBFileReplacer::Result result = QBFileReplacer::replaceContent(fifo, "x", any);
     EXPECT_EQ(result.status, Status::Failed);
-    EXPECT_EQ(result.error, QStringLiteral("No such device or address"));
+    EXPECT_EQ(result.error, systemText(ENXIO));
     // Same with a reader on the other end: opened, seen not to be a regular file.
     const int reader = ::open(QFile::encodeName(fifo).constData(), O_RDONLY | O_NONBLOCK);
     ASSERT_GE(reader, 0);
@@ -124,7 +231,7 @@ TEST_F(CurrentSignatureFileHelperTest,
     ASSERT_TRUE(QFile::link(path("Mail/elsewhere"), path("Mail/link")));
     result = QBFileReplacer::replaceContent(path("Mail/link"), "x", any);
     EXPECT_EQ(result.status, Status::Failed);
-    EXPECT_EQ(result.error, QStringLiteral("Too many levels of symbolic links"));
+    EXPECT_EQ(result.error, systemText(ELOOP));
     EXPECT_EQ(readFileBytes(path("Mail/elsewhere")), QByteArray("untouched"));
 
     // Another regular file than the caller expected: nothing written.

@@ -10,8 +10,8 @@
 #include <string>
 
 // A fresh temporary folder that HOME and every XDG_* variable point into while the
-// object lives; the previous values come back afterwards. Every fixture that touches
-// files owns one, so no test ever reads or writes the real user's files.
+// object lives; the previous values come back afterwards, and the folder is removed. Every fixture
+// that touches files owns one, so no test ever reads or writes the real user's files.
 class QBTestHome
 {
 public:
@@ -29,6 +29,10 @@ private:
     QTemporaryDir mDir;
     std::map<std::string, std::optional<std::string>> mSaved;
 };
+
+// Removes |path| and everything below it, whatever the tests did to it: folders without
+// permissions, immutable entries (as root), paths longer than the system's limit.
+void removeTree(const QString& path);
 
 // Whole content of a file as bytes (empty when it cannot be read).
 QByteArray readFileBytes(const QString& path);

@@ -1,0 +1,57 @@
+#include "import/QuoteFile.h"
+
+#include "core/QuotesDocument.h"
+#include "import/QuoteBatchImportHelper.h"
+#include "import/TextFileReader.h"
+
+#include <exception>
+
+namespace {
+
+// The app's own export: a JSON document with its "Quotes". Anything else is text.
+bool readCollection(const QString& text, QStringList& quotes)
+{
+    if (!text.trimmed().startsWith(u'{'))
+        return false;
+    std::vector<CQuoteRecord> records;
+    try {
+        readQuotesDocument(text.toStdString(), {}, records);
+    } catch (const std::exception&) {
+        return false;
+    }
+    for (const CQuoteRecord& record : records)
+        quotes << QString::fromStdString(record.mContent);
+    return true;
+}
+
+} // namespace
+
+QBQuoteFile QBQuoteFile::load(const QString& path)
+{
+    QBQuoteFile file;
+    file.path = path;
+    QBTextFileReader::Result read = QBTextFileReader::readTextFile(path);
+    if (!read.ok()) {
+        file.status =
+            read.status == QBTextFileReader::Status::TooLarge ? Status::TooLarge : Status::NotText;
+        file.error = read.error;
+        return file;
+    }
+    if (read.text.isEmpty()) {
+        file.status = Status::Empty;
+        file.error = QStringLiteral("the file is empty");
+        return file;
+    }
+    file.status = Status::Ok;
+    file.encoding = read.encoding;
+    file.text = QBQuoteBatchImportHelper::normalizedLineEnds(std::move(read.text));
+    file.isCollection = readCollection(file.text, file.collectionQuotes);
+    if (!file.isCollection)
+        file.analysis = QBQuoteTextAnalysis::analyze(file.text);
+    return file;
+}
+
+QStringList QBQuoteFile::quotes(const QBSeparatorChoice& choice) const
+{
+    return isCollection ? collectionQuotes : choice.split(text);
+}
