@@ -56,8 +56,8 @@
         <translation>&amp;Hilfe</translation>
     </message>
     <message id="MenuHelpBook">
-        <source>%1 Help</source>
-        <translation>%1-Hilfe</translation>
+        <source>%1 &amp;Help</source>
+        <translation>%1-&amp;Hilfe</translation>
     </message>
     <message id="MenuAbout">
         <source>&amp;About %1</source>
@@ -92,48 +92,48 @@
         <translation>Wählen Sie ein Zitat in der Liste aus oder fügen Sie eines hinzu.</translation>
     </message>
     <message id="CommandChooseQuote">
-        <source>Use as Signature</source>
-        <translation>Als Signatur verwenden</translation>
+        <source>&amp;Use as Signature</source>
+        <translation>&amp;Als Signatur verwenden</translation>
     </message>
     <message id="CommandAddQuote">
-        <source>Add Quote</source>
-        <translation>Zitat hinzufügen</translation>
+        <source>&amp;Add Quote</source>
+        <translation>Zitat &amp;hinzufügen</translation>
     </message>
     <message id="CommandRemoveQuote">
-        <source>Remove Quote</source>
-        <translation>Zitat entfernen</translation>
+        <source>&amp;Remove Quote</source>
+        <translation>Zitat &amp;entfernen</translation>
     </message>
     <message id="CommandRemoveAllQuotes">
-        <source>Remove All Quotes</source>
-        <translation>Alle Zitate entfernen</translation>
+        <source>Remove A&amp;ll Quotes</source>
+        <translation>A&amp;lle Zitate entfernen</translation>
     </message>
     <message id="CommandEditQuote">
-        <source>Edit Quote</source>
-        <translation>Zitat bearbeiten</translation>
+        <source>&amp;Edit Quote</source>
+        <translation>Zitat &amp;bearbeiten</translation>
     </message>
     <message id="CommandImportQuotes">
-        <source>Import Quotes…</source>
-        <translation>Zitate importieren …</translation>
+        <source>&amp;Import Quotes…</source>
+        <translation>Zitate &amp;importieren …</translation>
     </message>
     <message id="CommandSettings">
-        <source>Settings…</source>
-        <translation>Einstellungen …</translation>
+        <source>&amp;Settings…</source>
+        <translation>Einstellu&amp;ngen …</translation>
     </message>
     <message id="CommandFindQuotes">
-        <source>Find Quotes</source>
-        <translation>Zitate suchen</translation>
+        <source>&amp;Find Quotes</source>
+        <translation>Zitate &amp;suchen</translation>
     </message>
     <message id="ButtonRemoveAllQuotes">
-        <source>Remove All</source>
-        <translation>Alle entfernen</translation>
+        <source>Remove &amp;All</source>
+        <translation>Alle e&amp;ntfernen</translation>
     </message>
     <message id="ButtonImportQuotes">
-        <source>Import…</source>
-        <translation>Importieren …</translation>
+        <source>&amp;Import…</source>
+        <translation>&amp;Importieren …</translation>
     </message>
     <message id="ButtonSettings">
-        <source>Settings…</source>
-        <translation>Einstellungen …</translation>
+        <source>Se&amp;ttings…</source>
+        <translation>Einstellun&amp;gen …</translation>
     </message>
     <message id="MenuQuotes">
         <source>&amp;Quotes</source>
@@ -219,10 +219,6 @@
         <source>CurrentSignature.txt</source>
         <extracomment>Default name of the output signature file</extracomment>
         <translation>AktuelleSignatur.txt</translation>
-    </message>
-    <message id="SettingsNoOutputFile">
-        <source>Click to choose the signature file</source>
-        <translation>Klicken, um die Signaturdatei zu wählen</translation>
     </message>
     <message id="PleaseChooseDifferentLocation">
         <source>Please Choose Different Location</source>
@@ -331,8 +327,9 @@
         <translation>--separator und --dry-run gehören zu --import, --format zu --export.</translation>
     </message>
     <message id="CommandExportQuotes">
-        <source>Export Quotes…</source>
-        <translation>Zitate exportieren …</translation>
+        <source>E&amp;xport Quotes…</source>
+        <oldsource>Export Quotes…</oldsource>
+        <translation>Zitate e&amp;xportieren …</translation>
     </message>
     <message id="BatchImportSingleQuoteTitle">
         <source>Import a Single Quote</source>
@@ -510,15 +507,15 @@
     </message>
     <message id="SettingsSignatureTemplateLabel">
         <source>&amp;Template:</source>
-        <translation>&amp;Vorlage:</translation>
+        <translation>V&amp;orlage:</translation>
     </message>
     <message id="SettingsSignatureWrapLabel">
         <source>&amp;Wrap the quote at:</source>
-        <translation>Zitat &amp;umbrechen bei:</translation>
+        <translation>Zitat umb&amp;rechen bei:</translation>
     </message>
     <message id="SettingsSignatureMaxLinesLabel">
         <source>&amp;Longest quote, in lines:</source>
-        <translation>&amp;Längstes Zitat, in Zeilen:</translation>
+        <translation>&amp;Maximale Zitatlänge in Zeilen:</translation>
     </message>
     <message id="SettingsSignaturePreviewLabel">
         <source>Preview:</source>
@@ -698,8 +695,9 @@
         <translation>Ein anderes Programm hat Ihre Zitate geändert, während Quillbox2 sie geöffnet hatte. Dessen Fassung wurde unter %1 aufbewahrt.</translation>
     </message>
     <message id="CommandNextQuoteNow">
-        <source>Next Quote Now</source>
-        <translation>Nächstes Zitat jetzt</translation>
+        <source>&amp;Next Quote Now</source>
+        <oldsource>Next Quote Now</oldsource>
+        <translation>Nächstes Zitat &amp;jetzt</translation>
     </message>
     <message id="NextQuoteNoSignatureFile">
         <source>Choose a signature file first.</source>
@@ -771,20 +769,64 @@
         <source>Automatic changes are on, but the helper is not running: %1</source>
         <translation>Automatischer Wechsel ist an, aber das Hilfsprogramm läuft nicht: %1</translation>
     </message>
+    <message id="EditorFontAccessibleName">
+        <source>Editor Font</source>
+        <translation>Schrift des Editors</translation>
+    </message>
+    <message id="EditorQuoteTextAccessibleName">
+        <source>Quote Text</source>
+        <translation>Zitattext</translation>
+    </message>
+    <message id="QuotesFilterAccessibleName">
+        <source>Filter Quotes</source>
+        <translation>Zitate filtern</translation>
+    </message>
+    <message id="QuotesListAccessibleName">
+        <source>Quotes</source>
+        <translation>Zitate</translation>
+    </message>
+    <message id="BatchImportSeparatorBlankLine">
+        <source>Blank line</source>
+        <translation>Leerzeile</translation>
+    </message>
+    <message id="BatchImportSeparatorPercentLine">
+        <source>Percent sign line</source>
+        <translation>Zeile mit Prozentzeichen</translation>
+    </message>
+    <message id="BatchImportSeparatorOtherLine">
+        <source>Line “%1”</source>
+        <translation>Zeile „%1“</translation>
+    </message>
+    <message id="QuoteListPlaceholderAddQuote">
+        <source>Add Quote</source>
+        <translation>Zitat hinzufügen</translation>
+    </message>
+    <message id="QuoteListPlaceholderImport">
+        <source>Import…</source>
+        <translation>Importieren …</translation>
+    </message>
+    <message id="HelpWindowTitle">
+        <source>%1 Help</source>
+        <translation>%1-Hilfe</translation>
+    </message>
+    <message id="BatchImportPreviewAccessibleName">
+        <source>Preview of the first quotes</source>
+        <translation>Vorschau der ersten Zitate</translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>
     <message id="SettingsOutputFileLabel">
-        <source>Signature file:</source>
-        <translation>Signaturdatei:</translation>
+        <source>&amp;Signature file:</source>
+        <translation>&amp;Signaturdatei:</translation>
     </message>
     <message id="SettingsOutputFileToolTip">
-        <source>Click to choose the file your mail client reads as its signature</source>
-        <translation>Klicken, um die Datei zu wählen, die Ihr E-Mail-Programm als Signatur liest</translation>
+        <source>Choose the file your mail client reads as its signature</source>
+        <translation>Die Datei wählen, die Ihr E-Mail-Programm als Signatur liest</translation>
     </message>
     <message id="SettingsIntervalLabel">
-        <source>Change the quote every:</source>
-        <translation>Zitat wechseln alle:</translation>
+        <source>Change the quote e&amp;very:</source>
+        <translation>Zitat wechseln a&amp;lle:</translation>
     </message>
     <message id="IntervalOneMinute">
         <source>1 minute</source>
@@ -835,28 +877,44 @@
         <translation>1 Tag</translation>
     </message>
     <message id="SettingsAutoRandomize">
-        <source>Change the signature automatically</source>
-        <translation>Signatur automatisch wechseln</translation>
+        <source>Change the si&amp;gnature automatically</source>
+        <translation>Signatur a&amp;utomatisch wechseln</translation>
     </message>
     <message id="SettingsClearTrailingEmptyLines">
-        <source>Remove empty lines at the end of quotes</source>
-        <translation>Leere Zeilen am Ende von Zitaten entfernen</translation>
+        <source>&amp;Remove empty lines at the end of quotes</source>
+        <translation>Leere Zeilen am Ende von Zitaten &amp;entfernen</translation>
     </message>
     <message id="SettingsWarnForDuplicates">
-        <source>Warn about duplicate quotes</source>
-        <translation>Vor doppelten Zitaten warnen</translation>
+        <source>&amp;Warn about duplicate quotes</source>
+        <translation>&amp;Vor doppelten Zitaten warnen</translation>
     </message>
     <message id="SettingsShareUsageStatistics">
-        <source>Share anonymous usage statistics</source>
-        <translation>Anonyme Nutzungsstatistiken teilen</translation>
+        <source>Share an&amp;onymous usage statistics</source>
+        <translation>Anonyme Nutzungsstatistiken &amp;teilen</translation>
     </message>
     <message id="SettingsUsageStatisticsUnavailable">
         <source>This build of Quillbox2 has no statistics service to send to, so it never sends usage statistics.</source>
         <translation>Diese Ausgabe von Quillbox2 hat keinen Statistikdienst, an den sie senden könnte, und sendet daher nie Nutzungsstatistiken.</translation>
     </message>
     <message id="SettingsHelpButton">
-        <source>Help</source>
-        <translation>Hilfe</translation>
+        <source>Hel&amp;p</source>
+        <translation>Hil&amp;fe</translation>
+    </message>
+    <message id="SettingsNoOutputFileChosen">
+        <source>No signature file chosen</source>
+        <translation>Keine Signaturdatei gewählt</translation>
+    </message>
+    <message id="SettingsChooseOutputFile">
+        <source>&amp;Choose…</source>
+        <translation>&amp;Wählen…</translation>
+    </message>
+    <message id="SettingsChooseOutputFileAccessibleName">
+        <source>Choose Signature File</source>
+        <translation>Signaturdatei wählen</translation>
+    </message>
+    <message id="SettingsIntervalAccessibleName">
+        <source>Change Interval</source>
+        <translation>Wechselintervall</translation>
     </message>
 </context>
 </TS>

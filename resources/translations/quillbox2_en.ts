@@ -87,15 +87,12 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="MenuHelpBook">
-        <source>%1 Help</source>
+        <source>%1 &amp;Help</source>
+        <oldsource>%1 Help</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="AboutQtButton">
         <source>About Qt</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message id="SettingsNoOutputFile">
-        <source>Click to choose the signature file</source>
         <translation type="unfinished"></translation>
     </message>
     <message id="EditorFontMonospaced">
@@ -127,35 +124,43 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandChooseQuote">
-        <source>Use as Signature</source>
+        <source>&amp;Use as Signature</source>
+        <oldsource>Use as Signature</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandAddQuote">
-        <source>Add Quote</source>
+        <source>&amp;Add Quote</source>
+        <oldsource>Add Quote</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandRemoveQuote">
-        <source>Remove Quote</source>
+        <source>&amp;Remove Quote</source>
+        <oldsource>Remove Quote</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandRemoveAllQuotes">
-        <source>Remove All Quotes</source>
+        <source>Remove A&amp;ll Quotes</source>
+        <oldsource>Remove All Quotes</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandEditQuote">
-        <source>Edit Quote</source>
+        <source>&amp;Edit Quote</source>
+        <oldsource>Edit Quote</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandImportQuotes">
-        <source>Import Quotes…</source>
+        <source>&amp;Import Quotes…</source>
+        <oldsource>Import Quotes…</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandSettings">
-        <source>Settings…</source>
+        <source>&amp;Settings…</source>
+        <oldsource>Settings…</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandFindQuotes">
-        <source>Find Quotes</source>
+        <source>&amp;Find Quotes</source>
+        <oldsource>Find Quotes</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="MenuQuotes">
@@ -224,15 +229,18 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="ButtonRemoveAllQuotes">
-        <source>Remove All</source>
+        <source>Remove &amp;All</source>
+        <oldsource>Remove All</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="ButtonImportQuotes">
-        <source>Import…</source>
+        <source>&amp;Import…</source>
+        <oldsource>Import…</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="ButtonSettings">
-        <source>Settings…</source>
+        <source>Se&amp;ttings…</source>
+        <oldsource>Settings…</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="MenuFile">
@@ -332,7 +340,8 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandExportQuotes">
-        <source>Export Quotes…</source>
+        <source>E&amp;xport Quotes…</source>
+        <oldsource>Export Quotes…</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="BatchImportSingleQuoteTitle">
@@ -699,7 +708,8 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="CommandNextQuoteNow">
-        <source>Next Quote Now</source>
+        <source>&amp;Next Quote Now</source>
+        <oldsource>Next Quote Now</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="NextQuoteNoSignatureFile">
@@ -772,19 +782,66 @@
         <source>Automatic changes are on, but the helper is not running: %1</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="EditorFontAccessibleName">
+        <source>Editor Font</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="EditorQuoteTextAccessibleName">
+        <source>Quote Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesFilterAccessibleName">
+        <source>Filter Quotes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuotesListAccessibleName">
+        <source>Quotes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportSeparatorBlankLine">
+        <source>Blank line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportSeparatorPercentLine">
+        <source>Percent sign line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportSeparatorOtherLine">
+        <source>Line “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuoteListPlaceholderAddQuote">
+        <source>Add Quote</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="QuoteListPlaceholderImport">
+        <source>Import…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="HelpWindowTitle">
+        <source>%1 Help</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="BatchImportPreviewAccessibleName">
+        <source>Preview of the first quotes</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>
     <message id="SettingsOutputFileLabel">
-        <source>Signature file:</source>
+        <source>&amp;Signature file:</source>
+        <oldsource>Signature file:</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsOutputFileToolTip">
-        <source>Click to choose the file your mail client reads as its signature</source>
+        <source>Choose the file your mail client reads as its signature</source>
+        <oldsource>Click to choose the file your mail client reads as its signature</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsIntervalLabel">
-        <source>Change the quote every:</source>
+        <source>Change the quote e&amp;very:</source>
+        <oldsource>Change the quote every:</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="IntervalOneMinute">
@@ -836,27 +893,48 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsAutoRandomize">
-        <source>Change the signature automatically</source>
+        <source>Change the si&amp;gnature automatically</source>
+        <oldsource>Change the signature automatically</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsClearTrailingEmptyLines">
-        <source>Remove empty lines at the end of quotes</source>
+        <source>&amp;Remove empty lines at the end of quotes</source>
+        <oldsource>Remove empty lines at the end of quotes</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsWarnForDuplicates">
-        <source>Warn about duplicate quotes</source>
+        <source>&amp;Warn about duplicate quotes</source>
+        <oldsource>Warn about duplicate quotes</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsHelpButton">
-        <source>Help</source>
+        <source>Hel&amp;p</source>
+        <oldsource>Help</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsShareUsageStatistics">
-        <source>Share anonymous usage statistics</source>
+        <source>Share an&amp;onymous usage statistics</source>
+        <oldsource>Share anonymous usage statistics</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsUsageStatisticsUnavailable">
         <source>This build of Quillbox2 has no statistics service to send to, so it never sends usage statistics.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsNoOutputFileChosen">
+        <source>No signature file chosen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsChooseOutputFile">
+        <source>&amp;Choose…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsChooseOutputFileAccessibleName">
+        <source>Choose Signature File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="SettingsIntervalAccessibleName">
+        <source>Change Interval</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

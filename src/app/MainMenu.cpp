@@ -69,7 +69,7 @@ void installMainMenu(QMainWindow& window, QBAppDelegate& delegate)
     QMenu* helpMenu = window.menuBar()->addMenu(qtTrId("MenuHelp"));
     // Without a help book in the bundle there is nothing to open, so no item either.
     if (!QBHelpBook::helpURL().isEmpty()) {
-        //% "%1 Help"
+        //% "%1 &Help"
         QAction* help = helpMenu->addAction(
             qtTrId("MenuHelpBook").arg(QString::fromUtf8(qbidentity::kDisplayName)));
         help->setObjectName(QStringLiteral("helpBookAction"));

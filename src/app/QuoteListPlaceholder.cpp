@@ -23,15 +23,16 @@ QBQuoteListPlaceholder::QBQuoteListPlaceholder(QListView* list, QBQuotesListMode
     mButtons = new QWidget(this);
     auto* buttonsLayout = new QHBoxLayout(mButtons);
     buttonsLayout->setContentsMargins(0, 0, 0, 0);
+    // No mnemonics: the window's own buttons and menus already use these letters.
     //% "Add Quote"
-    const QString addLabel = qtTrId("CommandAddQuote");
+    const QString addLabel = qtTrId("QuoteListPlaceholderAddQuote");
     //% "Import…"
-    const QString importLabel = qtTrId("ButtonImportQuotes");
+    const QString importLabel = qtTrId("QuoteListPlaceholderImport");
     for (const auto& [action, label] :
          {std::pair{addAction, addLabel}, std::pair{importAction, importLabel}}) {
         auto* button = new QPushButton(label, mButtons);
         button->setObjectName(action->objectName() + QStringLiteral("Button"));
-        button->setFocusPolicy(Qt::NoFocus); // an open edit stays open
+        button->setFocusPolicy(Qt::TabFocus); // a click leaves an open edit open
         connect(button, &QPushButton::clicked, action, &QAction::trigger);
         buttonsLayout->addWidget(button);
     }

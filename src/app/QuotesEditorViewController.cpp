@@ -88,12 +88,17 @@ void QBQuotesEditorViewController::setUpControls()
     mUi->fontPopup->addItem(qtTrId("EditorFontSerif"));
     //% "Font of the quote editor"
     mUi->fontPopup->setToolTip(qtTrId("EditorFontPopupToolTip"));
+    //% "Editor Font"
+    mUi->fontPopup->setAccessibleName(qtTrId("EditorFontAccessibleName"));
+    //% "Quote Text"
+    mUi->quoteTextView->setAccessibleName(qtTrId("EditorQuoteTextAccessibleName"));
     // Only a choice the user makes changes the stored font.
     connect(mUi->fontPopup, &QComboBox::activated, this,
             &QBQuotesEditorViewController::editorFontSelected);
 
     // Actions rather than button shortcuts: a key acts at once instead of animating a
-    // click. The buttons must not take the focus, which would end the edit before they act.
+    // click. A click must not take the focus, which would end the edit before they act;
+    // Tab still reaches them.
     const auto makeCommand = [this](QToolButton* button, QStyle::StandardPixmap icon,
                                     const QString& text, const QKeySequence& keys,
                                     void (QBQuotesEditorViewController::*slot)()) {
@@ -106,7 +111,7 @@ void QBQuotesEditorViewController::setUpControls()
         connect(action, &QAction::triggered, this, slot);
         addAction(action);
         button->setDefaultAction(action);
-        button->setFocusPolicy(Qt::NoFocus);
+        button->setFocusPolicy(Qt::TabFocus);
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         return action;
     };

@@ -40,6 +40,7 @@
 #include <QCloseEvent>
 #include <QKeySequence>
 #include <QMenuBar>
+#include <QScreen>
 #include <QStyle>
 #include <QTimer>
 
@@ -47,6 +48,8 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     : QMainWindow(parent), mUi(std::make_unique<Ui::QBQuotesWindow>()), mUndoManager(undoManager)
 {
     mUi->setupUi(this);
+    // A small screen (or a large scale factor) gets the whole window, not a clipped one.
+    resize(size().boundedTo(screen()->availableSize()));
     // Failures and the results of commands show above the list and the editor.
     mUi->centralLayout->insertWidget(0, new QBMessageBar(QBUserMessages::shared(), this));
     mQuotesArrayController = new QBQuotesListModel(&mQuotesSource, this);
@@ -122,50 +125,52 @@ void QBQuotesWindowController::createActions()
     };
     // Not Ctrl+U: on Linux desktops a text field takes it to delete the line, so in the
     // filter field it would wipe the search instead.
-    //% "Use as Signature"
+    //% "&Use as Signature"
     makeAction(mChooseAction, "chooseQuoteAction", qtTrId("CommandChooseQuote"),
                QKeySequence(Qt::CTRL | Qt::Key_L), &QBQuotesWindowController::chooseQuote);
-    //% "Add Quote"
+    //% "&Add Quote"
     makeAction(mAddAction, "addQuoteAction", qtTrId("CommandAddQuote"), QKeySequence::New,
                &QBQuotesWindowController::addQuote);
-    //% "Remove Quote"
+    //% "&Remove Quote"
     makeAction(mRemoveAction, "removeQuoteAction", qtTrId("CommandRemoveQuote"),
                QKeySequence::Delete, &QBQuotesWindowController::removeCurrentQuote);
-    //% "Remove All Quotes"
+    //% "Remove A&ll Quotes"
     makeAction(mRemoveAllAction, "removeAllQuotesAction", qtTrId("CommandRemoveAllQuotes"),
                QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete),
                &QBQuotesWindowController::removeAllQuotes);
-    //% "Edit Quote"
+    //% "&Edit Quote"
     makeAction(mEditAction, "editQuoteAction", qtTrId("CommandEditQuote"), QKeySequence(Qt::Key_F2),
                &QBQuotesWindowController::handleQuoteListDoubleClick);
-    //% "Import Quotes…"
+    //% "&Import Quotes…"
     makeAction(mImportAction, "importQuotesAction", qtTrId("CommandImportQuotes"),
                QKeySequence(Qt::CTRL | Qt::Key_I), &QBQuotesWindowController::startBatchImport);
-    //% "Export Quotes…"
+    //% "E&xport Quotes…"
     makeAction(mExportAction, "exportQuotesAction", qtTrId("CommandExportQuotes"),
                QKeySequence(Qt::CTRL | Qt::Key_E), &QBQuotesWindowController::startExport);
-    //% "Settings…"
+    //% "&Settings…"
     makeAction(mSettingsAction, "settingsAction", qtTrId("CommandSettings"),
                QKeySequence(Qt::CTRL | Qt::Key_Comma), &QBQuotesWindowController::switchToSettings);
     mSettingsAction->setMenuRole(QAction::PreferencesRole);
-    //% "Find Quotes"
+    //% "&Find Quotes"
     makeAction(mFindAction, "findQuotesAction", qtTrId("CommandFindQuotes"), QKeySequence::Find,
                &QBQuotesWindowController::focusFilterField);
     // No text field on Linux claims Ctrl+Shift+N, so it works while typing too.
-    //% "Next Quote Now"
+    //% "&Next Quote Now"
     makeAction(mNextQuoteAction, "nextQuoteAction", qtTrId("CommandNextQuoteNow"),
                QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
                &QBQuotesWindowController::nextQuoteNow);
     for (QAction* action : actions()) {
         action->setToolTip(QStringLiteral("%1 (%2)").arg(
-            action->text(), action->shortcut().toString(QKeySequence::NativeText)));
+            action->iconText(), action->shortcut().toString(QKeySequence::NativeText)));
     }
-    // Buttons act like the menu items and follow their enabling; they never take the
-    // focus from the editor. Their labels are short: the list is narrow.
+    // Buttons act like the menu items and follow their enabling. Tab reaches them, but a
+    // click does not take the focus, which would end an edit before they act. Their labels
+    // are short (the list is narrow); screen readers get the command's full name.
     const auto bind = [](QAbstractButton* button, QAction* action, const QString& label) {
         button->setText(label);
         button->setToolTip(action->toolTip());
-        button->setFocusPolicy(Qt::NoFocus);
+        button->setAccessibleName(action->iconText());
+        button->setFocusPolicy(Qt::TabFocus);
         button->setEnabled(action->isEnabled());
         connect(button, &QAbstractButton::clicked, action, &QAction::trigger);
         connect(action, &QAction::changed, button,
@@ -173,11 +178,11 @@ void QBQuotesWindowController::createActions()
     };
     bind(mUi->addButton, mAddAction, QStringLiteral("+"));
     bind(mUi->removeButton, mRemoveAction, QStringLiteral("\u2212"));
-    //% "Remove All"
+    //% "Remove &All"
     bind(mUi->removeAllButton, mRemoveAllAction, qtTrId("ButtonRemoveAllQuotes"));
-    //% "Import…"
+    //% "&Import…"
     bind(mUi->importButton, mImportAction, qtTrId("ButtonImportQuotes"));
-    //% "Settings…"
+    //% "Se&ttings…"
     bind(mUi->settingsButton, mSettingsAction, qtTrId("ButtonSettings"));
     for (QAbstractButton* button : {mUi->addButton, mUi->removeButton})
         button->setMinimumWidth(button->sizeHint().height() * 3 / 2);
@@ -208,8 +213,12 @@ void QBQuotesWindowController::setUpList()
     list->setModel(mQuotesArrayController);
     //% "Filter quotes"
     mUi->filterField->setPlaceholderText(qtTrId("QuotesFilterPlaceholder"));
+    //% "Filter Quotes"
+    mUi->filterField->setAccessibleName(qtTrId("QuotesFilterAccessibleName"));
+    //% "Quotes"
+    list->setAccessibleName(qtTrId("QuotesListAccessibleName"));
     mUi->filterField->setToolTip(QStringLiteral("%1 (%2)").arg(
-        mFindAction->text(), mFindAction->shortcut().toString(QKeySequence::NativeText)));
+        mFindAction->iconText(), mFindAction->shortcut().toString(QKeySequence::NativeText)));
     connect(mUi->filterField, &QLineEdit::textChanged, this,
             &QBQuotesWindowController::setFilterText);
     mSignatureFit = new QBSignatureFitControl(

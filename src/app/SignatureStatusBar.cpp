@@ -21,14 +21,15 @@ QBSignatureStatusBar::QBSignatureStatusBar(QBSignatureState* state, QAction* nex
     mChooseButton->setText(qtTrId("StatusBarChooseSignatureFile"));
     //% "Choose the file your mail program reads as its signature"
     mChooseButton->setToolTip(qtTrId("StatusBarChooseSignatureFileTip"));
-    mChooseButton->setFocusPolicy(Qt::NoFocus);
+    mChooseButton->setFocusPolicy(Qt::TabFocus);
     connect(mChooseButton, &QToolButton::clicked, this, &QBSignatureStatusBar::chooseFileRequested);
 
-    // Like the list's buttons: it never takes the focus, so an open edit stays open.
+    // Like the list's buttons: Tab reaches both, a click takes no focus, so an open edit
+    // stays open.
     auto* nextButton = new QToolButton(this);
     nextButton->setObjectName(QStringLiteral("nextQuoteButton"));
     nextButton->setDefaultAction(nextQuoteAction);
-    nextButton->setFocusPolicy(Qt::NoFocus);
+    nextButton->setFocusPolicy(Qt::TabFocus);
 
     // The path and the rotation share what room there is; the buttons keep theirs.
     addWidget(mPathLabel, 3);

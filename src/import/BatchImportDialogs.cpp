@@ -29,6 +29,25 @@ QPointer<QWidget>& mainWindow()
     return window;
 }
 
+// What a screen reader says for a separator: its symbols alone say nothing. Empty where
+// the button's own title already reads well.
+QString spokenForm(const QBSeparatorChoice& choice)
+{
+    switch (choice.kind) {
+    case Kind::BlankLine:
+        //% "Blank line"
+        return qtTrId("BatchImportSeparatorBlankLine");
+    case Kind::Line:
+        if (choice.line == QStringLiteral("%"))
+            //% "Percent sign line"
+            return qtTrId("BatchImportSeparatorPercentLine");
+        //% "Line “%1”"
+        return qtTrId("BatchImportSeparatorOtherLine").arg(choice.line);
+    default:
+        return {};
+    }
+}
+
 QString describe(const QObject* object)
 {
     QString description;
@@ -76,7 +95,11 @@ QPlainTextEdit* addPreview(QDialog* dialog, QLayout* layout)
     auto* shown = new QPlainTextEdit(dialog);
     shown->setObjectName(QStringLiteral("separatorPreview"));
     shown->setReadOnly(true);
-    shown->setFocusPolicy(Qt::NoFocus);
+    // Tab reaches it so that a screen reader can read the quotes out; it never keeps Tab.
+    shown->setFocusPolicy(Qt::TabFocus);
+    shown->setTabChangesFocus(true);
+    //% "Preview of the first quotes"
+    shown->setAccessibleName(qtTrId("BatchImportPreviewAccessibleName"));
     shown->setLineWrapMode(QPlainTextEdit::WidgetWidth);
     shown->setMinimumSize(shown->fontMetrics().averageCharWidth() * 60,
                           shown->fontMetrics().lineSpacing() * 10);
@@ -160,6 +183,11 @@ void QBBatchImportDialogs::askUserForSeparatorToUse(
     if (!single) {
         for (qsizetype index = 0; index < choices.size(); ++index) {
             auto* button = new QRadioButton(title(choices[index]), choiceList);
+            if (const QString spoken = spokenForm(choices[index]); !spoken.isEmpty()) {
+                // The name says what the separator is; the description keeps the count.
+                button->setAccessibleName(spoken);
+                button->setAccessibleDescription(button->text());
+            }
             group->addButton(button, static_cast<int>(index));
             column->addWidget(button);
             QObject::connect(button, &QAbstractButton::clicked, button,

@@ -65,7 +65,7 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
         mUi->mainLayout->indexOf(mUi->usageStatisticsUnavailableLabel) + 1, mSignatureSection);
     connect(mUi->changeIntervalPopupButton, &QComboBox::activated, this,
             &QBSettingsViewController::handleChangeIntervalSelected);
-    connect(mUi->clickablePathField, &LMClickableLabel::clicked, this,
+    connect(mUi->choosePathButton, &QPushButton::clicked, this,
             &QBSettingsViewController::pathFieldClicked);
     connect(mUi->helpButton, &QPushButton::clicked, this,
             &QBSettingsViewController::handleHelpClicked);
@@ -151,12 +151,10 @@ void QBSettingsViewController::updateControls()
     mUi->usageStatisticsUnavailableLabel->setVisible(!canShare);
 
     const QString path = mStandardDefaults.stringForKey(QBDefaultsSignatureOutputPath);
-    //% "Click to choose the signature file"
-    mUi->clickablePathField->setFullText(path.isEmpty() ? qtTrId("SettingsNoOutputFile") : path);
-    // The whole path first (it may be elided), then what a click does.
-    //% "Click to choose the file your mail client reads as its signature"
-    const QString clickHint = qtTrId("SettingsOutputFileToolTip");
-    mUi->clickablePathField->setToolTip(path.isEmpty() ? clickHint : path + u'\n' + clickHint);
+    mUi->outputPathField->setText(path);
+    // A long path shows its file name, not its start; the tooltip holds all of it.
+    mUi->outputPathField->setCursorPosition(int(path.size()));
+    mUi->outputPathField->setToolTip(path);
     mSignatureSection->updateFromDefaults();
 }
 

@@ -20,7 +20,7 @@ class QBSharedUserDefaults;
 class QBQuoteValueObject;
 class QBSignatureSection;
 
-// The settings page: the signature file's path (click to choose another), the interval
+// The settings page: the signature file's path (with a button to choose another), the interval
 // of the helper process, check boxes bound both ways to the application's defaults, and
 // the signature's template and fit rules with a preview of the selected quote.
 // On every change of those defaults it mirrors them into the shared suite, asks for a
@@ -42,7 +42,7 @@ public:
 
     // The interval pop-up's action: stores the chosen interval and restarts the helper.
     void handleChangeIntervalSelected(int index);
-    // The path field's action: the save dialog, then updateOutputFilePath().
+    // The Choose… button's action: the save dialog, then updateOutputFilePath().
     void pathFieldClicked();
     void handleHelpClicked();
     // Shows the stored settings in the controls.

@@ -1,5 +1,7 @@
 #include "ui/AboutWindow.h"
 
+#include "ui/LinkLabel.h"
+
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -18,12 +20,13 @@ QLabel* centredLabel(const QString& text, QWidget* parent, const char* objectNam
     return label;
 }
 
-// A label whose links open in the user's browser.
+// A label whose link opens in the user's browser.
 QLabel* linkLabel(const QString& html, QWidget* parent, const char* objectName)
 {
-    QLabel* label = centredLabel(html, parent, objectName);
-    label->setTextFormat(Qt::RichText);
-    label->setOpenExternalLinks(true);
+    auto* label = new QBLinkLabel(html, parent);
+    label->setObjectName(QString::fromLatin1(objectName));
+    label->setAlignment(Qt::AlignHCenter);
+    label->setWordWrap(true);
     return label;
 }
 
@@ -82,6 +85,8 @@ QBAboutWindow::QBAboutWindow(const QString& applicationName, const QString& vers
     aboutQt->setObjectName(QStringLiteral("aboutQtButton"));
     connect(aboutQt, &QPushButton::clicked, this, &QBAboutWindow::showAboutQt);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
+    // The links take Tab too; the window opens on its Close button all the same.
+    buttons->button(QDialogButtonBox::Close)->setFocus();
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(icon);

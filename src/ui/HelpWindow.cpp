@@ -23,7 +23,7 @@ QBHelpWindow::QBHelpWindow(QWidget* parent) : QWidget(parent, Qt::Window)
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_QuitOnClose, false);
     //% "%1 Help"
-    setWindowTitle(qtTrId("MenuHelpBook").arg(QString::fromUtf8(qbidentity::kDisplayName)));
+    setWindowTitle(qtTrId("HelpWindowTitle").arg(QString::fromUtf8(qbidentity::kDisplayName)));
     resize(720, 640);
 
     mBrowser = new QTextBrowser(this);

@@ -49,7 +49,7 @@ TEST_F(GermanWindowTest, MenusButtonsAlertsAndTheSettingsPageReadGerman)
     for (const QAction* menu : mWindow->menuBar()->actions())
         menus << menu->text();
     EXPECT_EQ(menus, (QStringList{u"&Datei"_s, u"&Bearbeiten"_s, u"&Zitate"_s, u"&Hilfe"_s}));
-    EXPECT_EQ(child<QAbstractButton>("removeAllButton")->text(), u"Alle entfernen"_s);
+    EXPECT_EQ(child<QAbstractButton>("removeAllButton")->text(), u"Alle e&ntfernen"_s);
 
     // Remove All asks first, with the count; the first-run hint reads German too.
     const auto count = qsizetype(CQuotesRepository::getInstance().mQuotes.size());
@@ -66,7 +66,7 @@ TEST_F(GermanWindowTest, MenusButtonsAlertsAndTheSettingsPageReadGerman)
     QWidget* settings = mWindow->editorAreaViewController()->settingsViewController();
     ASSERT_NE(settings, nullptr);
     EXPECT_EQ(settings->findChild<QCheckBox*>(u"shareUsageStatisticsCheckBox"_s)->text(),
-              u"Anonyme Nutzungsstatistiken teilen"_s);
+              u"Anonyme Nutzungsstatistiken &teilen"_s);
 
     // The status bar reads German and its longer texts do not widen the window.
     mWindow->show();

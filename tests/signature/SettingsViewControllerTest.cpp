@@ -1,5 +1,4 @@
 #include "signature/SettingsViewController.h"
-#include "signature/LMClickableLabel.h"
 
 #include "HelperWorld.h"
 #include "TelemetryTestSupport.h"
@@ -22,6 +21,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -72,7 +72,7 @@ protected:
         return mController->findChild<T*>(QString::fromUtf8(name));
     }
     void click(const char* checkBox) { clickBox(child<QCheckBox>(checkBox)); }
-    // On the box itself: a check box as wide as the page takes clicks on its box and text.
+    // On the box itself: a check box wider than its text does not take clicks beyond it.
     static void clickBox(QCheckBox* box)
     {
         QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(box->height() / 2, box->height() / 2));
@@ -170,7 +170,7 @@ TEST_F(SettingsViewControllerTest, OutputPathIsStoredAndBookmarkedUnlessUnusable
                   .typeId(),
               QMetaType::QByteArray);
     EXPECT_EQ(mPosted, QStringList{QBWriteCurrentQuoteNotification});
-    EXPECT_EQ(child<LMClickableLabel>("clickablePathField")->fullText(), chosen);
+    EXPECT_EQ(child<QLineEdit>("outputPathField")->text(), chosen);
 }
 
 TEST_F(SettingsViewControllerTest, UsageStatisticsSwitchIsOffWithoutAServiceAndStopsTheClient)
