@@ -78,9 +78,7 @@ bool QBQuoteOrderFile::identityOf(int descriptor, Identity& identity)
     if (::fstat(descriptor, &status) != 0) {
         return false;
     }
-    identity = {
-        static_cast<std::uint64_t>(status.st_dev), static_cast<std::uint64_t>(status.st_ino),
-        static_cast<std::uint64_t>(status.st_size), status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+    identity = QBFileIdentity::of(status);
     return true;
 }
 
@@ -97,8 +95,8 @@ QBQuoteOrderFile::QBQuoteOrderFile(const QString& path, const Identity& identity
     }
     Header header{};
     std::memcpy(&header, bytes, sizeof header);
-    const Identity kept{header.device, header.inode, header.size, header.modifiedSeconds,
-                        header.modifiedNanoseconds};
+    const Identity kept{header.device, header.inode, static_cast<std::int64_t>(header.size),
+                        header.modifiedSeconds, header.modifiedNanoseconds};
     if (std::memcmp(header.magic, kMagic, sizeof kMagic) != 0 || !(kept == identity) ||
         header.count != (std::uint64_t(mFile.size()) - sizeof header) / sizeof(Entry) ||
         (std::uint64_t(mFile.size()) - sizeof header) % sizeof(Entry) != 0) {
@@ -140,7 +138,7 @@ bool QBQuoteOrderFile::keep(std::uint64_t key, const QBQuoteCycle::Order& order,
     const Header header{{},
                         mIdentity.device,
                         mIdentity.inode,
-                        mIdentity.size,
+                        static_cast<std::uint64_t>(mIdentity.size),
                         mIdentity.modifiedSeconds,
                         mIdentity.modifiedNanoseconds,
                         key,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/FileIdentity.h"
 #include "helper/QuoteCycle.h"
 
 #include <QByteArray>
@@ -20,15 +21,7 @@
 class QBQuoteOrderFile
 {
 public:
-    struct Identity
-    {
-        std::uint64_t device = 0;
-        std::uint64_t inode = 0;
-        std::uint64_t size = 0;
-        std::int64_t modifiedSeconds = 0;
-        std::int64_t modifiedNanoseconds = 0;
-        bool operator==(const Identity&) const = default;
-    };
+    using Identity = QBFileIdentity;
     // The identity of the open file |descriptor|, or nothing.
     static bool identityOf(int descriptor, Identity& identity);
 

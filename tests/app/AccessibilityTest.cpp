@@ -60,17 +60,9 @@ QPalette darkPalette()
     return dark;
 }
 
-class AccessibilityTest : public LaunchedAppFixture
+class AccessibilityTest : public ActiveWindowFixture
 {
 protected:
-    void SetUp() override
-    {
-        LaunchedAppFixture::SetUp();
-        if (HasFatalFailure())
-            return;
-        mWindow->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
-    }
     static void expectNoFaults(QWidget* window)
     {
         ASSERT_NE(window, nullptr);

@@ -9,6 +9,8 @@
 
 #include "TestHome.h"
 
+#include <QTest>
+
 #include <gtest/gtest.h>
 
 // The application launched in-process as main() does, in a temporary home, from the build tree.
@@ -39,4 +41,18 @@ protected:
     QBTestHome mHome;
     QBAppDelegate mDelegate;
     QBQuotesWindowController* mWindow = nullptr;
+};
+
+// The same with the window active, as after a click on it: the tests drive it with keys.
+class ActiveWindowFixture : public LaunchedAppFixture
+{
+protected:
+    void SetUp() override
+    {
+        LaunchedAppFixture::SetUp();
+        if (HasFatalFailure())
+            return;
+        mWindow->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
+    }
 };

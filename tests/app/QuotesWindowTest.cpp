@@ -47,16 +47,14 @@ void settle()
     QCoreApplication::processEvents();
 }
 
-class QuotesWindowTest : public LaunchedAppFixture
+class QuotesWindowTest : public ActiveWindowFixture
 {
 protected:
     void SetUp() override
     {
-        LaunchedAppFixture::SetUp();
+        ActiveWindowFixture::SetUp();
         if (HasFatalFailure())
             return;
-        mWindow->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
         mEditor = mWindow->editorAreaViewController()->quotesEditorViewController();
         mList = mWindow->quotesListView();
         mText = mEditor->quoteTextView();

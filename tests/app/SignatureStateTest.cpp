@@ -35,17 +35,9 @@ template <class Condition> bool eventually(Condition condition, int timeoutMs = 
     return QTest::qWaitFor(condition, timeoutMs);
 }
 
-class SignatureStateTest : public LaunchedAppFixture
+class SignatureStateTest : public ActiveWindowFixture
 {
 protected:
-    void SetUp() override
-    {
-        LaunchedAppFixture::SetUp();
-        if (HasFatalFailure())
-            return;
-        mWindow->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
-    }
     void TearDown() override
     {
         QBLoginItemService::setHelperExecutablePath(QString());
