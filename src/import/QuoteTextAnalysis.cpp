@@ -36,8 +36,11 @@ void forEachPiece(QStringView text, SeparatorTest isSeparator, PieceFunction pie
     qsizetype pieceStart = 0;
     qsizetype pieceEnd = 0;
     const auto finishPiece = [&] {
+        // A separator on the last line without a line break puts the start past the end.
+        if (pieceEnd <= pieceStart)
+            return;
         const QStringView candidate = text.sliced(pieceStart, pieceEnd - pieceStart);
-        if (pieceEnd > pieceStart && !isBlank(candidate))
+        if (!isBlank(candidate))
             piece(candidate);
     };
     forEachLine(text, [&](QStringView line, qsizetype start) {
