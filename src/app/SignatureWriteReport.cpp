@@ -14,11 +14,10 @@ bool QBSignatureWriteReport::write(const QString& content, bool announceSuccess)
 {
     const QBUserDefaults& defaults = QBUserDefaults::standardUserDefaults();
     const QBSignatureSettings settings = QBSignatureSettings::fromDefaults(defaults);
-    const QBComposedSignature composed = QBSignatureComposer::compose(content, settings);
-    const QBCurrentSignatureFileHelper::WriteResult result =
-        QBCurrentSignatureFileHelper::writeSignatureBytes(composed.bytes);
-    QBCurrentSignatureFileHelper::logMessages(result.messages);
-    if (result.written) {
+    QBComposedSignature composed;
+    QBCurrentSignatureFileHelper::WriteResult result;
+    if (QBCurrentSignatureFileHelper::writeQuoteAsSignature(content, defaults, &composed,
+                                                            &result)) {
         QBUserMessages::shared().dismiss(kTopic);
         if (!composed.fits) {
             // Written all the same: the user asked for this very quote.

@@ -121,16 +121,21 @@ bool QBCurrentSignatureFileHelper::writeToCurrentSignatureFileContent(const QStr
 
 bool QBCurrentSignatureFileHelper::writeQuoteAsSignature(const QString& quote,
                                                          const QBUserDefaults& defaults,
-                                                         QBComposedSignature* composed)
+                                                         QBComposedSignature* composed,
+                                                         WriteResult* written)
 {
     QBComposedSignature signature =
         QBSignatureComposer::compose(quote, QBSignatureSettings::fromDefaults(defaults));
-    const WriteResult result = writeSignatureBytes(signature.bytes);
+    WriteResult result = writeSignatureBytes(signature.bytes);
     logMessages(result.messages);
     if (composed != nullptr) {
         *composed = std::move(signature);
     }
-    return result.written;
+    const bool ok = result.written;
+    if (written != nullptr) {
+        *written = std::move(result);
+    }
+    return ok;
 }
 
 QBCurrentSignatureFileHelper::WriteResult

@@ -38,8 +38,11 @@ public:
 
     // Composes |quote| by the signature settings in |defaults| (QBSignatureComposer) and
     // writes the result as above; |composed| receives what was composed.
+    // |result|, when given, receives the write's outcome (its reason for the user).
+    struct WriteResult;
     static bool writeQuoteAsSignature(const QString& quote, const QBUserDefaults& defaults,
-                                      QBComposedSignature* composed = nullptr);
+                                      QBComposedSignature* composed = nullptr,
+                                      WriteResult* result = nullptr);
 
     // The same write, with the lines it would log handed back instead, for a caller that
     // retries on a timer and logs a repeated failure only once.
