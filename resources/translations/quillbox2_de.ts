@@ -506,7 +506,8 @@
         <translation>Genau das, was die Signaturdatei für das ausgewählte Zitat erhält</translation>
     </message>
     <message id="SettingsSignatureTemplateLabel">
-        <source>&amp;Template:</source>
+        <source>Te&amp;mplate:</source>
+        <oldsource>&amp;Template:</oldsource>
         <translation>V&amp;orlage:</translation>
     </message>
     <message id="SettingsSignatureWrapLabel">
@@ -813,6 +814,10 @@
         <source>Preview of the first quotes</source>
         <translation>Vorschau der ersten Zitate</translation>
     </message>
+    <message id="CommandChooseSignatureFile">
+        <source>&amp;Choose Signature File…</source>
+        <translation>Signaturdatei &amp;wählen …</translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>
@@ -882,10 +887,11 @@
     </message>
     <message id="SettingsClearTrailingEmptyLines">
         <source>&amp;Remove empty lines at the end of quotes</source>
-        <translation>Leere Zeilen am Ende von Zitaten &amp;entfernen</translation>
+        <translation>Leerzeilen am Zitatende &amp;entfernen</translation>
     </message>
     <message id="SettingsWarnForDuplicates">
-        <source>&amp;Warn about duplicate quotes</source>
+        <source>Warn about &amp;duplicate quotes</source>
+        <oldsource>&amp;Warn about duplicate quotes</oldsource>
         <translation>&amp;Vor doppelten Zitaten warnen</translation>
     </message>
     <message id="SettingsShareUsageStatistics">

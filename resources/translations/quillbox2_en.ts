@@ -519,7 +519,8 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsSignatureTemplateLabel">
-        <source>&amp;Template:</source>
+        <source>Te&amp;mplate:</source>
+        <oldsource>&amp;Template:</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsSignatureWrapLabel">
@@ -826,6 +827,10 @@
         <source>Preview of the first quotes</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="CommandChooseSignatureFile">
+        <source>&amp;Choose Signature File…</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>
@@ -903,8 +908,8 @@
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsWarnForDuplicates">
-        <source>&amp;Warn about duplicate quotes</source>
-        <oldsource>Warn about duplicate quotes</oldsource>
+        <source>Warn about &amp;duplicate quotes</source>
+        <oldsource>&amp;Warn about duplicate quotes</oldsource>
         <translation type="unfinished"></translation>
     </message>
     <message id="SettingsHelpButton">

@@ -6,6 +6,7 @@
 #include "model/QuoteEditHelper.h"
 #include "signature/SettingsKeys.h"
 #include "ui/AppearanceHelper.h"
+#include "ui/WrappingRow.h"
 #include "util/StringUtilities.h"
 #include "util/UndoManager.h"
 #include "util/UserDefaults.h"
@@ -43,6 +44,8 @@ QBQuotesEditorViewController::QBQuotesEditorViewController(QBUndoManager* undoMa
     : QWidget(parent), mUi(std::make_unique<Ui::QBQuotesEditorView>()), mUndoManager(undoManager)
 {
     mUi->setupUi(this);
+    // The font pop-up and the buttons wrap rather than widen the window.
+    QBWrappingRow::replace(mUi->editorBarLayout);
     setUpControls();
     QBUserDefaults& defaults = QBUserDefaults::standardUserDefaults();
     const QVariant storedEntry = defaults.objectForKey(kEditorFontEntryKey);

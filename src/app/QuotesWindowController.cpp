@@ -27,6 +27,7 @@
 #include "ui/AppearanceHelper.h"
 #include "ui/MessageBar.h"
 #include "ui/ViewInstaller.h"
+#include "ui/WrappingRow.h"
 #include "util/CommandResults.h"
 #include "util/UndoManager.h"
 #include "util/UserDefaults.h"
@@ -48,6 +49,8 @@ QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, Q
     : QMainWindow(parent), mUi(std::make_unique<Ui::QBQuotesWindow>()), mUndoManager(undoManager)
 {
     mUi->setupUi(this);
+    // The list's buttons wrap rather than widen the window in a long translation.
+    QBWrappingRow::replace(mUi->listButtonsLayout);
     // A small screen (or a large scale factor) gets the whole window, not a clipped one.
     resize(size().boundedTo(screen()->availableSize()));
     // Failures and the results of commands show above the list and the editor.
@@ -159,9 +162,16 @@ void QBQuotesWindowController::createActions()
     makeAction(mNextQuoteAction, "nextQuoteAction", qtTrId("CommandNextQuoteNow"),
                QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
                &QBQuotesWindowController::nextQuoteNow);
+    // The menu's way to the chooser that the settings page and the status bar offer.
+    //% "&Choose Signature File…"
+    makeAction(mChooseFileAction, "chooseSignatureFileAction", qtTrId("CommandChooseSignatureFile"),
+               QKeySequence(), &QBQuotesWindowController::chooseSignatureFile);
     for (QAction* action : actions()) {
-        action->setToolTip(QStringLiteral("%1 (%2)").arg(
-            action->iconText(), action->shortcut().toString(QKeySequence::NativeText)));
+        action->setToolTip(
+            action->shortcut().isEmpty()
+                ? action->iconText()
+                : QStringLiteral("%1 (%2)").arg(
+                      action->iconText(), action->shortcut().toString(QKeySequence::NativeText)));
     }
     // Buttons act like the menu items and follow their enabling. Tab reaches them, but a
     // click does not take the focus, which would end an edit before they act. Their labels
@@ -197,7 +207,8 @@ void QBQuotesWindowController::installQuotesMenu()
     //% "&Quotes"
     mQuotesMenu = new QMenu(qtTrId("MenuQuotes"), this);
     mQuotesMenu->setObjectName(QStringLiteral("quotesMenu"));
-    mQuotesMenu->addActions({mChooseAction, mNextQuoteAction, mEditAction, mFindAction});
+    mQuotesMenu->addActions(
+        {mChooseAction, mNextQuoteAction, mChooseFileAction, mEditAction, mFindAction});
     mQuotesMenu->addSeparator();
     mQuotesMenu->addActions({mAddAction, mRemoveAction, mRemoveAllAction});
     mQuotesMenu->addSeparator();
@@ -497,6 +508,11 @@ void QBQuotesWindowController::handleWriteCurrentQuote()
             QStringLiteral("Failed to write current quote - bookmark may be invalid"));
         chooseQuote();
     }
+}
+
+void QBQuotesWindowController::chooseSignatureFile()
+{
+    QBSignatureFileChooser::chooseAndUseFile();
 }
 
 void QBQuotesWindowController::nextQuoteNow()

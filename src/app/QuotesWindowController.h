@@ -48,6 +48,7 @@ public:
     // Puts the next quote of the helper's no-repeat cycle into the signature file now and
     // selects it.
     void nextQuoteNow();
+    void chooseSignatureFile();
 
     // Adds the window's commands as a menu before the Help menu of the menu bar.
     void installQuotesMenu();
@@ -133,4 +134,5 @@ private:
     QAction* mEditAction = nullptr;
     QAction* mFindAction = nullptr;
     QAction* mNextQuoteAction = nullptr;
+    QAction* mChooseFileAction = nullptr;
 };

@@ -103,7 +103,9 @@ QBSignatureSection::QBSignatureSection(QBUserDefaults& defaults, QWidget* parent
     mFitLabel->setWordWrap(true);
 
     auto* form = new QFormLayout;
-    //% "&Template:"
+    // In a narrow window the labels go above their fields.
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows);
+    //% "Te&mplate:"
     auto* templateLabel = new QLabel(qtTrId("SettingsSignatureTemplateLabel"), this);
     templateLabel->setBuddy(mTemplateEdit);
     form->addRow(templateLabel, mTemplateEdit);

@@ -2,6 +2,7 @@
 
 #include "core/AppIdentity.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QPointer>
 #include <QStyle>
@@ -48,6 +49,12 @@ QBHelpWindow::QBHelpWindow(QWidget* parent) : QWidget(parent, Qt::Window)
     //% "Contents"
     toolBar->addAction(style()->standardIcon(QStyle::SP_DirHomeIcon), qtTrId("HelpWindowContents"),
                        this, [this] { mBrowser->setSource(mHome); });
+
+    // A keyboard user closes it as any document window, or as a dialog.
+    auto* close = new QAction(this);
+    close->setShortcuts({QKeySequence(QKeySequence::Close), QKeySequence(Qt::Key_Escape)});
+    connect(close, &QAction::triggered, this, &QWidget::close);
+    addAction(close);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

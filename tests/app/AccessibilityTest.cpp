@@ -21,6 +21,8 @@
 #include <QListView>
 #include <QMessageBox>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStyle>
 #include <QTest>
 #include <QTextEdit>
@@ -202,6 +204,45 @@ TEST_F(AccessibilityTest, SettingsTextsKeepTheirContrastOnTheGradientInLightAndD
         }
     }
     mWindow->setPalette(QPalette());
+}
+
+// At 640x400 (or a 1280x800 screen at twice the scale) both pages fit in either language:
+// rows of buttons wrap, the settings page scrolls only downwards, no control leaves the window.
+TEST_F(AccessibilityTest, BothPagesFitASmallWindowWithNothingCutOff)
+{
+    QListView* list = mWindow->quotesListView();
+    list->setCurrentIndex(list->model()->index(0, 0));
+    mWindow->resize(640, 400);
+    const auto expectWholeAndApart = [this](const char* page) {
+        SCOPED_TRACE(page);
+        QTest::qWait(50); // layouts settle through posted events
+        EXPECT_LE(mWindow->minimumSizeHint().width(), 640);
+        EXPECT_LE(mWindow->minimumSizeHint().height(), 400);
+        EXPECT_EQ(mWindow->size(), QSize(640, 400));
+        auto* scroll = child<QScrollArea>("settingsScrollArea");
+        QList<QRect> placed;
+        for (QAbstractButton* button : mWindow->findChildren<QAbstractButton*>()) {
+            if (!button->isVisible() || button->window() != mWindow ||
+                button->parentWidget()->inherits("QScrollBar"))
+                continue;
+            const QRect rect(button->mapTo(mWindow, QPoint()), button->size());
+            // The settings page scrolls downwards: there only left and right must fit.
+            QRect room = mWindow->rect();
+            if (scroll->isAncestorOf(button))
+                room = QRect(scroll->viewport()->mapTo(mWindow, QPoint()), scroll->viewport()->size())
+                           .adjusted(0, -100000, 0, 100000);
+            EXPECT_TRUE(room.contains(rect)) << button->text().toStdString();
+            EXPECT_GE(button->width(), button->minimumSizeHint().width())
+                << button->text().toStdString();
+            for (const QRect& other : placed)
+                EXPECT_FALSE(rect.intersects(other)) << button->text().toStdString();
+            placed << rect;
+        }
+        EXPECT_FALSE(scroll->isVisible() && scroll->horizontalScrollBar()->isVisible());
+    };
+    expectWholeAndApart("editor page");
+    mWindow->switchToSettings();
+    expectWholeAndApart("settings page");
 }
 
 } // namespace

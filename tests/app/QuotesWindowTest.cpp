@@ -36,6 +36,7 @@
 #include <QTest>
 #include <QTextBrowser>
 #include <QTextEdit>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -476,7 +477,12 @@ TEST_F(QuotesWindowTest, HelpWithNoBrowserOpensInTheAppsOwnHelpWindow)
         ->linkActivated(QStringLiteral("#QB_SIGNATURE"));
     EXPECT_EQ(QBHelpWindow::instance(), help);
     EXPECT_EQ(help->browser()->source().fragment(), QStringLiteral("QB_SIGNATURE"));
-    help->close();
+    // Escape closes it, as Ctrl+W does.
+    help->raise();
+    help->windowHandle()->requestActivate();
+    ASSERT_TRUE(QTest::qWaitFor([help] { return QApplication::activeWindow() == help; }));
+    QTest::keyClick(help->browser(), Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([] { return QBHelpWindow::instance() == nullptr; }));
 }
 
 TEST_F(QuotesWindowTest, DroppedFilesAreOneImportReportedInTheMessageBarWithUndo)
