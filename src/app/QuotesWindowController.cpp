@@ -39,11 +39,13 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
+
 #include <QKeySequence>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStyle>
 #include <QTimer>
+#include <algorithm>
 
 QBQuotesWindowController::QBQuotesWindowController(QBUndoManager* undoManager, QWidget* parent)
     : QMainWindow(parent), mUi(std::make_unique<Ui::QBQuotesWindow>()), mUndoManager(undoManager)
@@ -107,9 +109,11 @@ void QBQuotesWindowController::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
     // Without a stored position the list starts at a third of the window, once the
-    // window has its real width.
+    // window has its real width, or wider (up to half) so that its buttons fit on one row.
     if (!std::exchange(mSplitterRestored, true)) {
-        const int listWidth = qMax(width() / 3, mUi->listPanel->minimumSizeHint().width());
+        const int listWidth =
+            std::max({width() / 3, qMin(mUi->listPanel->sizeHint().width(), width() / 2),
+                      mUi->listPanel->minimumSizeHint().width()});
         mUi->splitter->setSizes({listWidth, qMax(0, mUi->splitter->width() - listWidth)});
     }
 }

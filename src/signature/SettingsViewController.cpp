@@ -12,13 +12,13 @@
 #include "telemetry/QBTelemetryHelper.h"
 #include "ui/Alert.h"
 #include "ui/HelpBook.h"
+#include "ui/VerticalScrollArea.h"
 #include "util/UserDefaults.h"
 
 #include "ui_QBSettingsView.h"
 
 #include <QCheckBox>
 #include <QLocale>
-#include <QScrollArea>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -48,12 +48,15 @@ QBSettingsViewController::QBSettingsViewController(QBUserDefaults& standardDefau
     : QWidget(parent), mUi(std::make_unique<Ui::QBSettingsView>()),
       mStandardDefaults(standardDefaults), mMirror(standardDefaults, sharedDefaults)
 {
-    // The page scrolls rather than squeezing its controls in a small window.
+    // The page scrolls down rather than squeezing its controls in a small window.
     auto* content = new QWidget;
     mUi->setupUi(content);
-    auto* scrollArea = new QScrollArea(this);
+    // Room for a recognisable part of a path; when there is not, the form puts the label
+    // above the field.
+    mUi->outputPathField->setMinimumWidth(mUi->outputPathField->fontMetrics().averageCharWidth() *
+                                          20);
+    auto* scrollArea = new QBVerticalScrollArea(this);
     scrollArea->setObjectName(QStringLiteral("settingsScrollArea"));
-    scrollArea->setWidgetResizable(true);
     scrollArea->setFrameShape(QFrame::NoFrame);
     scrollArea->setWidget(content);
     auto* pageLayout = new QVBoxLayout(this);

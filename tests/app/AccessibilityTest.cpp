@@ -22,7 +22,6 @@
 #include <QMessageBox>
 #include <QRadioButton>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QStyle>
 #include <QTest>
 #include <QTextEdit>
@@ -207,7 +206,8 @@ TEST_F(AccessibilityTest, SettingsTextsKeepTheirContrastOnTheGradientInLightAndD
 }
 
 // At 640x400 (or a 1280x800 screen at twice the scale) both pages fit in either language:
-// rows of buttons wrap, the settings page scrolls only downwards, no control leaves the window.
+// rows of buttons wrap, the settings page scrolls only downwards and is never cut at the
+// side, no control leaves the window.
 TEST_F(AccessibilityTest, BothPagesFitASmallWindowWithNothingCutOff)
 {
     QListView* list = mWindow->quotesListView();
@@ -229,8 +229,9 @@ TEST_F(AccessibilityTest, BothPagesFitASmallWindowWithNothingCutOff)
             // The settings page scrolls downwards: there only left and right must fit.
             QRect room = mWindow->rect();
             if (scroll->isAncestorOf(button))
-                room = QRect(scroll->viewport()->mapTo(mWindow, QPoint()), scroll->viewport()->size())
-                           .adjusted(0, -100000, 0, 100000);
+                room =
+                    QRect(scroll->viewport()->mapTo(mWindow, QPoint()), scroll->viewport()->size())
+                        .adjusted(0, -100000, 0, 100000);
             EXPECT_TRUE(room.contains(rect)) << button->text().toStdString();
             EXPECT_GE(button->width(), button->minimumSizeHint().width())
                 << button->text().toStdString();
@@ -238,7 +239,9 @@ TEST_F(AccessibilityTest, BothPagesFitASmallWindowWithNothingCutOff)
                 EXPECT_FALSE(rect.intersects(other)) << button->text().toStdString();
             placed << rect;
         }
-        EXPECT_FALSE(scroll->isVisible() && scroll->horizontalScrollBar()->isVisible());
+        if (scroll->isVisible()) {
+            EXPECT_GE(scroll->widget()->width(), scroll->widget()->minimumSizeHint().width());
+        }
     };
     expectWholeAndApart("editor page");
     mWindow->switchToSettings();
