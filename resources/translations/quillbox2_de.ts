@@ -820,6 +820,13 @@
     </message>
 </context>
 <context>
+    <name>QBQuotesEditorView</name>
+    <message id="EditorFontLabel">
+        <source>F&amp;ont:</source>
+        <translation>&amp;Schrift:</translation>
+    </message>
+</context>
+<context>
     <name>QBSettingsView</name>
     <message id="SettingsOutputFileLabel">
         <source>&amp;Signature file:</source>

@@ -833,6 +833,13 @@
     </message>
 </context>
 <context>
+    <name>QBQuotesEditorView</name>
+    <message id="EditorFontLabel">
+        <source>F&amp;ont:</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>QBSettingsView</name>
     <message id="SettingsOutputFileLabel">
         <source>&amp;Signature file:</source>

@@ -91,6 +91,8 @@ void QBQuotesEditorViewController::setUpControls()
     mUi->fontPopup->addItem(qtTrId("EditorFontSerif"));
     //% "Font of the quote editor"
     mUi->fontPopup->setToolTip(qtTrId("EditorFontPopupToolTip"));
+    // Screen readers on Linux read a pop-up by its label and its shown item; the name
+    // serves the others.
     //% "Editor Font"
     mUi->fontPopup->setAccessibleName(qtTrId("EditorFontAccessibleName"));
     //% "Quote Text"

@@ -71,7 +71,9 @@ bool hasLetter(const QString& text)
 QString spokenName(QAccessibleInterface* iface)
 {
     QWidget* widget = qobject_cast<QWidget*>(iface->object());
-    if (widget != nullptr && !widget->accessibleName().isEmpty())
+    // Qt's AT-SPI bridge ignores a combo box's own accessible name.
+    if (widget != nullptr && !widget->accessibleName().isEmpty() &&
+        iface->role() != QAccessible::ComboBox)
         return widget->accessibleName();
     for (const auto& [label, relation] : iface->relations(QAccessible::Label)) {
         Q_UNUSED(relation);

@@ -67,6 +67,11 @@ TEST(AccessibilityAuditTest, ReportsUnnamedUnreachableAndClashingControlsUntilMe
     list->item(0)->setText(QStringLiteral("A thing"));
     other->setText(QStringLiteral("O&ther"));
     faults = accessibilityFaults(&window);
+    // Qt's AT-SPI bridge reads a pop-up by the label standing for it, never by its own name.
+    EXPECT_EQ(faults.size(), 1) << faults.join(QLatin1Char('\n')).toStdString();
+    EXPECT_TRUE(faultsAbout(faults, QStringLiteral("combo")).contains(QStringLiteral("no name")));
+    add(new QLabel(QStringLiteral("Fo&nt:")), "fontLabel")->setBuddy(combo);
+    faults = accessibilityFaults(&window);
     EXPECT_TRUE(faults.isEmpty()) << faults.join(QLatin1Char('\n')).toStdString();
 }
 
