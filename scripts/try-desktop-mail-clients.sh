@@ -57,7 +57,8 @@ PY
   printf '[General]\nQBDefaultsSignatureTemplate="Jane Doe \xc2\xb7 +1 555 0100 \xc2\xb7 example.org\\n{quote}"\nQBDefaultsSignatureWrapColumn=72\nQBDefaultsSignatureMaxLines=4\nQBDefaultsSignatureOutputPath=%s\nQBPrivateDefaultsOutputFileSSB="@ByteArray(%s)"\n' \
     "$signature_file" "$bookmark" >"$container/../Preferences/group.Q8B2X4K7LM.org.quillbox2.conf"
   # The command line users put in their configuration names the helper without a folder.
-  export PATH="$(dirname "$helper"):$PATH"
+  PATH="$(dirname "$helper"):$PATH"
+  export PATH
   "$helper" --next >/dev/null
 }
 
@@ -166,14 +167,20 @@ for try in $tries; do
       shoot "$try" claws-mail --compose "mailto:friend@example.invalid"
       ;;
     evolution-script | evolution-html)
-      [[ $try == evolution-html ]] && make_home "$work" CurrentSignature.html ||
+      if [[ $try == evolution-html ]]; then
+        make_home "$work" CurrentSignature.html
+      else
         make_home "$work" CurrentSignature.txt
+      fi
       evolution_sources "${try#evolution-}"
       shoot "$try" evolution "mailto:friend@example.invalid"
       ;;
     kmail-command | kmail-file | kmail-html)
-      [[ $try == kmail-html ]] && make_home "$work" CurrentSignature.html ||
+      if [[ $try == kmail-html ]]; then
+        make_home "$work" CurrentSignature.html
+      else
         make_home "$work" CurrentSignature.txt
+      fi
       kmail_identity "$([[ $try == kmail-command ]] && echo command || echo file)"
       if [[ $(id -u) == 0 ]]; then
         # The screenshot and the log are made in the home "nobody" owns, then moved.
@@ -182,7 +189,8 @@ for try in $tries; do
           setpriv --reuid=65534 --regid=65534 --clear-groups \
           bash -c "$(declare -f shoot); shots='$shots'; shoot \"\$@\"" \
           bash "$try" kmail --composer "mailto:friend@example.invalid"
-        mv "$work/shot.png" "$QB_SHOT" && mv "$work/client.log" "$QB_CLIENT_LOG" || true
+        mv "$work/shot.png" "$QB_SHOT" || true
+        mv "$work/client.log" "$QB_CLIENT_LOG" || true
       else
         shoot "$try" kmail --composer "mailto:friend@example.invalid"
       fi

@@ -37,4 +37,4 @@ for helper in "$@"; do
   hyperfine --warmup 2 --runs "${RUNS:-30}" --prepare "$save" \
     -n "after a save: $helper" "$helper --print"
 done
-echo "$(uptime)"
+uptime
