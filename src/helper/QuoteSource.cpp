@@ -11,6 +11,8 @@
 
 #include <QFile>
 
+#include <sys/mman.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <exception>
@@ -32,6 +34,18 @@ QString nothingFitsProblem(std::size_t quoteCount, const QBSignatureSettings& se
     return QStringLiteral("None of the %1 quotes fits in the signature's %2 lines; nothing "
                           "was written")
         .arg(QString::number(quoteCount), QString::number(settings.maxLines));
+}
+
+// Maps all pages of a mapped |document| in one call before it is read whole: page by page,
+// the faults cost more than the reading (a fault per 16 pages, at 30 MB some 500).
+void prefault(std::string_view document)
+{
+#ifdef MADV_POPULATE_READ
+    // Refused by kernels before 5.14; the pages then come in as they are read.
+    ::madvise(const_cast<char*>(document.data()), document.size(), MADV_POPULATE_READ);
+#else
+    (void)document;
+#endif
 }
 
 // The cycle's step, taking only quotes whose text (by index) fits; |chosenIndex|
@@ -68,6 +82,9 @@ std::optional<QBHelperQuoteSource::Pick> pickInPlace(std::string_view document,
     const auto scan = [&] {
         if (std::exchange(scanned, true)) {
             return usualShape;
+        }
+        if (identity != nullptr) {
+            prefault(document);
         }
         uids.reserve(plainQuoteCountBound(document));
         contents.reserve(uids.capacity());

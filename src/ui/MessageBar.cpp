@@ -163,8 +163,14 @@ void QBMessageItem::resizeEvent(QResizeEvent* event)
     // The main window's layout knows no height for width: the wrapped text's height at
     // the width it got is set here, so the message is as tall as its lines, no taller.
     const int wanted = layout()->heightForWidth(width());
-    if (wanted > 0 && wanted != height())
+    if (wanted > 0 && wanted != height()) {
         setFixedHeight(wanted);
+        // Not yet visible (a message shown before the bar has laid it out), the widget
+        // gets no resize event for that height: the one being handled is its pending
+        // one. Left at the old size, the text's box stays taller than the message and
+        // its centred lines fall below the edge, an empty-looking message.
+        layout()->setGeometry(contentsRect());
+    }
 }
 
 void QBMessageItem::showEvent(QShowEvent* event)

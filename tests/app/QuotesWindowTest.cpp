@@ -14,6 +14,7 @@
 #include "ui/MessageBar.h"
 #include "util/CommandResults.h"
 #include "util/NotificationCenter.h"
+#include "util/UserDefaults.h"
 #include "util/UserMessages.h"
 
 #include "LaunchedAppFixture.h"
@@ -27,6 +28,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
@@ -447,6 +449,31 @@ TEST_F(QuotesWindowTest, FirstRunHintUseAsSignatureChoosesAFileFirstAndWriteFail
     click("chooseQuoteButton");
     EXPECT_TRUE(signatureText(foreign).endsWith(QStringLiteral(" (typed)")));
     EXPECT_EQ(signatureText(foreign), savedQuotes().at(uidOfRow(3)));
+
+    // A quote longer than the line limit is written all the same, and the bar says how
+    // long, in words a user sees on the screen (a laid-out label, not only a text).
+    QBUserDefaults::standardUserDefaults().setObject(1, QBDefaultsSignatureMaxLines);
+    int longRow = 0;
+    while (longRow < rows() && !savedQuotes().at(uidOfRow(longRow)).contains(u'\n'))
+        ++longRow;
+    ASSERT_LT(longRow, rows());
+    clickRow(longRow);
+    click("chooseQuoteButton");
+    EXPECT_EQ(signatureText(foreign), savedQuotes().at(uidOfRow(longRow)));
+    QCoreApplication::processEvents(); // laid out, as on screen
+    const QBMessageItem* warning = bar()->item(QBSignatureWriteReport::kTopic);
+    ASSERT_NE(warning, nullptr);
+    const auto* warningText = warning->findChild<QLabel*>(QStringLiteral("messageText"));
+    EXPECT_TRUE(warningText->text().startsWith(QStringLiteral("The quote takes ")))
+        << warningText->text().toStdString();
+    EXPECT_TRUE(warningText->isVisible());
+    EXPECT_GT(warningText->width(), warningText->fontMetrics().horizontalAdvance(u'x') * 20);
+    EXPECT_GE(warningText->height(), warningText->fontMetrics().height());
+    // Inside the message, where it is drawn; a label laid out taller than its message
+    // puts its centred text below the message's edge, and the message looks empty.
+    EXPECT_TRUE(warning->rect().contains(warningText->geometry()))
+        << warningText->geometry().height() << " in " << warning->height();
+    QBUserDefaults::standardUserDefaults().removeObjectForKey(QBDefaultsSignatureMaxLines);
 
     // The output file changes while nothing is selected.
     mList->selectionModel()->clearSelection();

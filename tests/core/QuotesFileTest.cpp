@@ -196,6 +196,23 @@ TEST(QuotesFileTest, ReadingMeansWhatWalkingBoostsTreeMeans)
     }
 }
 
+// Runs of plain text and of whitespace are skipped in blocks: wherever in a block the byte
+// that ends a run falls, the plain reader takes and refuses what Boost's tree does.
+TEST(QuotesFileTest, BlockSkippingStopsAtEveryByteThatMattersWhereverItFalls)
+{
+    const std::string stops[] = {"\\n",  "\\\"", "\xc3\xa9", "\x7f",
+                                 "\x1f", "\t",   "\xff",     "\xe2\x82y"};
+    for (std::size_t offset = 0; offset < 34; ++offset) {
+        for (const std::string& stop : stops) {
+            const std::string indent(offset, ' ');
+            const std::string document =
+                "{\"Quotes\": [\n" + indent + element("u", std::string(offset, 'x') + stop + "zz") +
+                ",\r\n" + indent + "\t" + element("v", std::string(40, 'w')) + "\n]}";
+            EXPECT_EQ(viaPlain(document), viaTree(document)) << offset << ": " << document;
+        }
+    }
+}
+
 // A file of many buffers' worth, with one quote larger than a buffer, reads back whole.
 TEST(QuotesFileTest, LargeFileReadsBackWhole)
 {

@@ -1,9 +1,11 @@
 #include "helper/QuoteSource.h"
 #include "HelperWorld.h"
 #include "TestHome.h"
+#include "core/FileIdentity.h"
 #include "core/QuotesDocument.h"
 
 #include <QFileInfo>
+#include <QSet>
 
 #include <set>
 
@@ -100,6 +102,36 @@ TEST(QuoteSourceTest, TheKeptOrderServesWholeRoundsAndFollowsANewDatabase)
     for (const QString& text : texts) {
         EXPECT_LE(picked.count(text), 3u) << text.toStdString();
     }
+}
+
+// An order of many quotes is written in blocks: the file holds every entry once, and the
+// picks it serves are quotes of the collection, none twice in the round.
+TEST(QuoteSourceTest, AnOrderOfManyBlocksIsKeptWholeAndServesTheRound)
+{
+    QBTestHome home;
+    QStringList texts;
+    for (int i = 0; i < 6000; ++i) { // 144 KB of entries: more than two blocks
+        texts.append(QStringLiteral("Quote %1").arg(i));
+    }
+    helperworld::writeQuotes(texts);
+    const QString orderPath = QBHelperQuoteSource::cycleStatePath() + u"-order"_s;
+    const QSet<QString> collection(texts.cbegin(), texts.cend());
+    QSet<QString> picked;
+    std::optional<QBFileIdentity> kept;
+    for (int i = 0; i < 40; ++i) {
+        const QBHelperQuoteSource::Pick pick = QBHelperQuoteSource::nextQuote(Access::Mapped);
+        const QString text = QString::fromStdString(pick.content.value_or("none"));
+        EXPECT_TRUE(collection.contains(text)) << text.toStdString();
+        picked.insert(text);
+        if (i == 0) {
+            kept = fileIdentityAt(orderPath.toStdString());
+            ASSERT_TRUE(kept);
+            ASSERT_EQ(kept->size, 64 + 24 * texts.size());
+        }
+    }
+    EXPECT_EQ(picked.size(), 40);
+    // Kept, not made again (a new order is a new file): it served every later pick.
+    EXPECT_EQ(fileIdentityAt(orderPath.toStdString()), kept);
 }
 
 } // namespace
