@@ -1,6 +1,7 @@
 #include "import/QuoteFile.h"
 
 #include "core/QuotesDocument.h"
+#include "import/FortuneIndex.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "import/TextFileReader.h"
 
@@ -46,8 +47,17 @@ QBQuoteFile QBQuoteFile::load(const QString& path)
     file.encoding = read.encoding;
     file.text = QBQuoteBatchImportHelper::normalizedLineEnds(std::move(read.text));
     file.isCollection = readCollection(file.text, file.collectionQuotes);
-    if (!file.isCollection)
+    if (file.isCollection)
+        return file;
+    if (const std::optional<QBFortuneIndex> index = QBFortuneIndex::readBeside(path)) {
+        file.fortuneIndexed = true;
+        file.rotated = index->rotated;
+        if (file.rotated)
+            file.text = QBFortuneIndex::unrotated(std::move(file.text));
+        file.analysis = QBQuoteTextAnalysis::analyzeFortuneFile(file.text, index->delimiter);
+    } else {
         file.analysis = QBQuoteTextAnalysis::analyze(file.text);
+    }
     return file;
 }
 

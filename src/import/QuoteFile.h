@@ -24,6 +24,10 @@ struct QBQuoteFile
     QString error;    // why, when not Ok
     QString encoding; // as the reader found it
     QString text;     // with "\n" line ends
+    // A fortune file whose index lies beside it: cut at the index's delimiter, and
+    // decoded when the index says ROT13.
+    bool fortuneIndexed = false;
+    bool rotated = false;
 
     bool isCollection = false;
     QStringList collectionQuotes; // when isCollection
