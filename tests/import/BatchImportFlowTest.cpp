@@ -30,6 +30,7 @@
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -378,12 +379,17 @@ TEST(ImportTextTest, EncodingIsFoundFromTheBytes)
               u"character 2)"_s);
 }
 
-// Quotes as a file on disk gives them back, with the way the import chose.
-QStringList quotesOfFile(const QByteArray& bytes, QBSeparatorChoice* chosen = nullptr)
+// Quotes as a file on disk (with |index| as its "quotes.dat") gives them back, with the
+// way the import chose.
+QStringList quotesOfFile(const QByteArray& bytes, QBSeparatorChoice* chosen = nullptr,
+                         const QByteArray& index = {})
 {
     QTemporaryDir folder;
     const QString path = folder.filePath(u"quotes"_s);
     EXPECT_TRUE(writeFileBytes(path, bytes));
+    if (!index.isEmpty()) {
+        EXPECT_TRUE(writeFileBytes(path + u".dat"_s, index));
+    }
     const QBQuoteFile file = QBQuoteFile::load(path);
     EXPECT_TRUE(file.ok()) << file.error.toStdString();
     if (file.isCollection)
@@ -413,6 +419,52 @@ TEST(ImportTextTest, FortuneFilesAreCutAtWholePercentLinesWhateverTheirShare)
     EXPECT_EQ(chosen.quoteCount, 2);
     EXPECT_EQ(quotesOfFile(QString(text).replace(u"\n"_s, u"\r\n"_s).toUtf8()), expected);
     EXPECT_EQ(quotesOfFile(text.toLatin1()), expected);
+}
+
+// The index strfile writes: version, count, longest, shortest, flags, the delimiter, then
+// an offset per quote and one for the end (their values do not matter to the import).
+QByteArray strfileIndex(quint32 count, quint32 flags, char delimiter = '%')
+{
+    QByteArray index;
+    for (const quint32 word : {2u, count, 80u, 1u, flags}) {
+        const quint32 bigEndian = qToBigEndian(word);
+        index.append(reinterpret_cast<const char*>(&bigEndian), 4);
+    }
+    index += delimiter + QByteArray(3, '\0') + QByteArray(4 * (count + 1), '\0');
+    return index;
+}
+
+TEST(ImportTextTest, AFortuneFilesIndexAndItsOwnRulesDecideTheQuotes)
+{
+    QStringList bannerLines;
+    for (int line = 0; line < 12; ++line)
+        bannerLines << u"  /__ banner line %1 __/"_s.arg(line);
+    const QByteArray banner = bannerLines.join(u'\n').toUtf8() + '\n';
+    QBSeparatorChoice chosen;
+    // Indexed as one quote: the whole banner, not a quote per line.
+    EXPECT_EQ(quotesOfFile(banner, &chosen, strfileIndex(1, 0)),
+              QStringList{bannerLines.join(u'\n')});
+    EXPECT_EQ(chosen.name(), u"%"_s);
+    // An index marked ROT13 (the offensive collections) is decoded.
+    EXPECT_EQ(quotesOfFile("Gur dhvpx oebja sbk, 100%\n%\nUryyb, Jbeyq!\n", nullptr,
+                           strfileIndex(2, 0x4)),
+              QStringList({u"The quick brown fox, 100%"_s, u"Hello, World!"_s}));
+    // Another delimiter named by the index.
+    EXPECT_EQ(quotesOfFile("one\n#\ntwo\n", nullptr, strfileIndex(2, 0, '#')),
+              QStringList({u"one"_s, u"two"_s}));
+    // A ".dat" of another kind (its size does not fit the count) is no index.
+    QByteArray notIndex = strfileIndex(1, 0);
+    notIndex.chop(1);
+    EXPECT_EQ(quotesOfFile(banner, &chosen, notIndex), bannerLines);
+    EXPECT_EQ(chosen.name(), u"line"_s);
+
+    // Without an index: a "%" ending a single quote still makes a fortune file, and a
+    // "%" with white space before it is art, not a separator.
+    EXPECT_EQ(quotesOfFile("Only one\n-- Someone\n%\n", &chosen),
+              QStringList{u"Only one\n-- Someone"_s});
+    EXPECT_EQ(chosen.name(), u"%"_s);
+    EXPECT_EQ(quotesOfFile("  (\n  %\n (#)\n%\nNext\n"),
+              QStringList({u"  (\n  %\n (#)"_s, u"Next"_s}));
 }
 
 TEST(ImportTextTest, EveryWayOfCuttingIsCountedMostLikelyFirst)
