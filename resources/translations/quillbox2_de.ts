@@ -813,6 +813,17 @@
         <source>Preview of the first quotes</source>
         <translation>Vorschau der ersten Zitate</translation>
     </message>
+    <message id="ImportProgressTitle">
+        <source>Importing Quotes</source>
+        <translation>Zitate werden importiert</translation>
+    </message>
+    <message id="ImportProgressReading" numerus="yes">
+        <source>Reading %Ln file(s)…</source>
+        <translation>
+            <numerusform>%Ln Datei wird gelesen…</numerusform>
+            <numerusform>%Ln Dateien werden gelesen…</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

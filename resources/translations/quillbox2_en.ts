@@ -826,6 +826,17 @@
         <source>Preview of the first quotes</source>
         <translation type="unfinished"></translation>
     </message>
+    <message id="ImportProgressTitle">
+        <source>Importing Quotes</source>
+        <translation>Importing Quotes</translation>
+    </message>
+    <message id="ImportProgressReading" numerus="yes">
+        <source>Reading %Ln file(s)…</source>
+        <translation>
+            <numerusform>Reading %Ln file…</numerusform>
+            <numerusform>Reading %Ln files…</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>QBSettingsView</name>

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -143,6 +144,43 @@ void QBBatchImportDialogs::askForBatchImportFileWithHandler(
                              handler(paths);
                      });
     dialog->open();
+}
+
+QProgressDialog* QBBatchImportDialogs::openImportProgress(qsizetype fileCount,
+                                                          std::function<void()> cancelHandler)
+{
+    QWidget* window = parentWindow();
+    if (window == nullptr)
+        return nullptr;
+    auto* dialog = new QProgressDialog(window);
+    dialog->setObjectName(QStringLiteral("importProgress"));
+    dialog->setWindowModality(Qt::WindowModal);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    // The run decides when the dialog goes; a finished bar must not close or reset it.
+    dialog->setAutoClose(false);
+    dialog->setAutoReset(false);
+    //% "Importing Quotes"
+    dialog->setWindowTitle(qtTrId("ImportProgressTitle"));
+    //% "Reading %Ln file(s)…"
+    dialog->setLabelText(qtTrId("ImportProgressReading", static_cast<int>(fileCount)));
+    dialog->setRange(0, static_cast<int>(fileCount));
+    dialog->setValue(0);
+    QObject::connect(dialog, &QProgressDialog::canceled, dialog,
+                     [handler = std::move(cancelHandler)] {
+                         if (handler)
+                             handler();
+                     });
+    dialog->open();
+    return dialog;
+}
+
+void QBBatchImportDialogs::closeImportProgress(QProgressDialog* dialog)
+{
+    if (dialog == nullptr)
+        return;
+    // Its close event would report a cancel.
+    QObject::disconnect(dialog, &QProgressDialog::canceled, nullptr, nullptr);
+    dialog->close();
 }
 
 void QBBatchImportDialogs::askUserForSeparatorToUse(

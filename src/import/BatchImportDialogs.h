@@ -10,6 +10,7 @@
 #include <optional>
 
 class QAbstractButton;
+class QProgressDialog;
 class QWidget;
 struct QBQuoteFile;
 
@@ -39,6 +40,14 @@ public:
     static void radioButtonSelected(QAbstractButton* button);
     // A choice as its radio button shows it.
     static QString title(const QBSeparatorChoice& choice);
+
+    // Shows how far reading |fileCount| files has come, with a Cancel button that runs
+    // |cancelHandler| (as does closing its window). The caller moves it on with
+    // setValue(). Nullptr without a main window.
+    static QProgressDialog* openImportProgress(qsizetype fileCount,
+                                               std::function<void()> cancelHandler);
+    // Closes it without cancelling (nothing for nullptr).
+    static void closeImportProgress(QProgressDialog* dialog);
 
     struct ExportRequest
     {

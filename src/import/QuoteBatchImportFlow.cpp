@@ -9,7 +9,11 @@
 #include "util/UserMessages.h"
 
 #include <QFileInfo>
+#include <QFutureWatcher>
+#include <QPointer>
+#include <QProgressDialog>
 #include <QTimer>
+#include <QtConcurrent/QtConcurrentMap>
 
 #include <chrono>
 #include <memory>
@@ -39,9 +43,48 @@ void alertReadFailureLater(QBQuoteFile::Status status)
     });
 }
 
-// One import of one or more files: each is read and cut in turn (asking when its
-// separator is unclear), and the quotes of all of them are added at the end, as one
-// undo step with one summary.
+// A file as the reading threads leave it: read, analysed and, when no question is needed
+// (a collection, a clear separator, or one given), already cut into its quotes.
+struct ReadFile
+{
+    QBQuoteFile file;
+    std::optional<QStringList> quotes;
+
+    static ReadFile read(const QString& path, const std::optional<QBSeparatorChoice>& separator)
+    {
+        ReadFile read{QBQuoteFile::load(path), std::nullopt};
+        const QBQuoteFile& file = read.file;
+        if (!file.ok() || (!file.isCollection && file.analysis.choices.isEmpty()))
+            return read;
+        if (file.isCollection)
+            read.quotes = file.collectionQuotes;
+        else if (separator)
+            read.quotes = file.quotes(*separator);
+        else if (file.analysis.clear)
+            read.quotes = file.quotes(file.analysis.choices.first());
+        if (read.quotes)
+            read.file.text.clear(); // only a question needs the text
+        return read;
+    }
+};
+
+std::chrono::milliseconds& progressDelay()
+{
+    static std::chrono::milliseconds delay(400);
+    return delay;
+}
+
+int& runsReading()
+{
+    static int count = 0;
+    return count;
+}
+
+// One import of one or more files. The files are read and analysed on the thread pool,
+// so that hundreds of them keep the window responsive (with progress and Cancel once it
+// takes a while); then, on the main thread and in order, each is taken, asking where its
+// separator is unclear, and the quotes of all of them are added at the end, as one undo
+// step with one summary.
 class ImportRun : public std::enable_shared_from_this<ImportRun>
 {
 public:
@@ -49,15 +92,66 @@ public:
         : mPaths(std::move(paths)), mSeparator(std::move(separator))
     {}
 
+    void start()
+    {
+        ++runsReading();
+        mWatcher = new QFutureWatcher<ReadFile>;
+        const auto self = shared_from_this();
+        QObject::connect(mWatcher, &QFutureWatcherBase::finished, mWatcher,
+                         [self] { self->readingFinished(); });
+        QObject::connect(mWatcher, &QFutureWatcherBase::progressValueChanged, mWatcher,
+                         [self](int done) {
+                             if (self->mProgress != nullptr)
+                                 self->mProgress->setValue(done);
+                         });
+        mWatcher->setFuture(
+            QtConcurrent::mapped(mPaths, [separator = mSeparator](const QString& path) {
+                return ReadFile::read(path, separator);
+            }));
+        QTimer::singleShot(progressDelay(), mWatcher, [self] { self->showProgress(); });
+    }
+
+private:
+    void showProgress()
+    {
+        if (mWatcher->isFinished())
+            return;
+        mProgress =
+            QBBatchImportDialogs::openImportProgress(mPaths.size(), [watcher = QPointer(mWatcher)] {
+                if (watcher != nullptr)
+                    watcher->cancel();
+            });
+        if (mProgress != nullptr)
+            mProgress->setValue(mWatcher->progressValue());
+    }
+
+    void readingFinished()
+    {
+        --runsReading();
+        QBBatchImportDialogs::closeImportProgress(mProgress);
+        const bool cancelled = mWatcher->isCanceled();
+        if (!cancelled)
+            mRead = mWatcher->future().results();
+        // The watcher's connections hold this run; letting it go ends the cycle.
+        mWatcher->disconnect();
+        mWatcher->deleteLater();
+        mWatcher = nullptr;
+        if (cancelled) {
+            logInfoMessage(QStringLiteral("Import of %1 files cancelled").arg(mPaths.size()));
+            return;
+        }
+        next();
+    }
+
     void next()
     {
-        if (mNext == mPaths.size()) {
+        if (mNext == mRead.size()) {
             finish();
             return;
         }
-        const QString& path = mPaths[mNext++];
-        logInfoMessage(QStringLiteral("Importing data from '") + path);
-        QBQuoteFile file = QBQuoteFile::load(path);
+        ReadFile& read = mRead[mNext++];
+        const QBQuoteFile& file = read.file;
+        logInfoMessage(QStringLiteral("Importing data from '") + file.path);
         if (file.status == QBQuoteFile::Status::Empty) {
             logWarningMessage("Failed to import: Contents of file empty?");
             ++mFailed;
@@ -78,7 +172,7 @@ public:
         if (file.isCollection) {
             logInfoMessage(QStringLiteral("Importing %1 quotes from an exported collection")
                                .arg(file.collectionQuotes.size()));
-            take(file.collectionQuotes);
+            take(*read.quotes);
             return;
         }
         if (file.analysis.choices.isEmpty()) {
@@ -87,19 +181,17 @@ public:
             next();
             return;
         }
-        if (mSeparator) {
-            take(file.quotes(*mSeparator));
-            return;
+        if (!mSeparator) {
+            logInfoMessage(
+                QStringLiteral("Automatically detected %1 likely separators in input file")
+                    .arg(file.analysis.choices.size()));
         }
-        const QBQuoteTextAnalysis& analysis = file.analysis;
-        logInfoMessage(QStringLiteral("Automatically detected %1 likely separators in input file")
-                           .arg(analysis.choices.size()));
-        if (analysis.clear) {
-            take(file.quotes(analysis.choices.first()));
+        if (read.quotes) {
+            take(*read.quotes);
             return;
         }
         QBBatchImportDialogs::askUserForSeparatorToUse(
-            file, [self = shared_from_this(), file](std::optional<QBSeparatorChoice> choice) {
+            file, [self = shared_from_this(), &file](std::optional<QBSeparatorChoice> choice) {
                 if (!choice) {
                     logInfoMessage("No separator specified - Aborting import.");
                     self->next();
@@ -109,13 +201,12 @@ public:
             });
     }
 
-private:
     void take(const QStringList& quotes)
     {
         logInfoMessage(QStringLiteral("Importing %1 quotes from input file").arg(quotes.size()));
         mQuotes << quotes;
         if (mImported++ == 0)
-            mFirstImported = mPaths[mNext - 1];
+            mFirstImported = mRead[mNext - 1].file.path;
         next();
     }
 
@@ -132,6 +223,9 @@ private:
 
     QStringList mPaths;
     std::optional<QBSeparatorChoice> mSeparator;
+    QFutureWatcher<ReadFile>* mWatcher = nullptr;
+    QPointer<QProgressDialog> mProgress;
+    QList<ReadFile> mRead;
     qsizetype mNext = 0;
     qsizetype mImported = 0; // files whose quotes were taken
     qsizetype mFailed = 0;
@@ -152,7 +246,17 @@ void QBQuoteBatchImportHelper::importFiles(const QStringList& paths,
                                            const std::optional<QBSeparatorChoice>& separator)
 {
     if (!paths.isEmpty())
-        std::make_shared<ImportRun>(paths, separator)->next();
+        std::make_shared<ImportRun>(paths, separator)->start();
+}
+
+bool QBQuoteBatchImportHelper::isReadingFiles()
+{
+    return runsReading() > 0;
+}
+
+void QBQuoteBatchImportHelper::setProgressDelay(std::chrono::milliseconds delay)
+{
+    progressDelay() = delay;
 }
 
 void QBQuoteBatchImportHelper::exportFromWindow(std::vector<CQuoteRecord> selection)

@@ -26,10 +26,12 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
@@ -128,6 +130,12 @@ protected:
         static_cast<QDialog*>(dialog)->accept();
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_EQ(window.findChild<QFileDialog*>(), nullptr);
+        waitForReading();
+    }
+    // The files are read on the thread pool; what follows comes once they are.
+    static void waitForReading()
+    {
+        EXPECT_TRUE(QTest::qWaitFor([] { return !H::isReadingFiles(); }, 20000));
     }
     void importText(const QString& text) { importFile(fileWith(text.toUtf8())); }
 
@@ -251,6 +259,7 @@ TEST_F(BatchImportFlowTest, SeveralFilesAreOneStepAndRepeatedQuotesCanBeSkipped)
     const QStringList files{fileWith("Earlier quote\n%\nNew one\n"),
                             fileWith("New one\n\nAnother\n"), fileWith(QByteArray("\0\1\0\2", 4))};
     H::importFiles(files);
+    waitForReading();
     const QStringList all{u"Earlier quote"_s, u"Earlier quote"_s, u"New one"_s, u"New one"_s,
                           u"Another"_s};
     EXPECT_EQ(savedContents(), all);
@@ -267,6 +276,55 @@ TEST_F(BatchImportFlowTest, SeveralFilesAreOneStepAndRepeatedQuotesCanBeSkipped)
     undoManager.undo();
     EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s});
     EXPECT_FALSE(undoManager.canUndo());
+}
+
+TEST_F(BatchImportFlowTest, HundredsOfFilesAreReadOffTheWindowWithProgressAndCancel)
+{
+    // 400 fortune files of 25 quotes of about 1 KB: 10 MB, as many as Debian ships.
+    const QString long1K = u"A line of a long quote, café — "_s.repeated(32);
+    QStringList files;
+    for (int file = 0; file < 400; ++file) {
+        QStringList quotes;
+        for (int index = 0; index < 25; ++index)
+            quotes << u"%1.%2 %3"_s.arg(file).arg(index).arg(long1K);
+        files << fileWith((quotes.join(u"\n%\n"_s) + u'\n').toUtf8());
+    }
+
+    // A timer queued on the window's thread fires while the files are still being read.
+    bool timerFiredWhileReading = false;
+    H::importFiles(files);
+    EXPECT_TRUE(H::isReadingFiles());
+    QTimer::singleShot(0, [&] { timerFiredWhileReading = H::isReadingFiles(); });
+    waitForReading();
+    EXPECT_TRUE(timerFiredWhileReading);
+    ASSERT_EQ(repository().mQuotes.size(), 1u + 400 * 25);
+    EXPECT_EQ(QString::fromStdString(repository().mQuotes[1].mContent), u"0.0 "_s + long1K);
+    EXPECT_EQ(QString::fromStdString(repository().mQuotes.back().mContent), u"399.24 "_s + long1K);
+    EXPECT_EQ(lastMessageText(), u"Imported 10,000 quotes from 400 files."_s);
+    undoManager.undo(); // one step
+    EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s});
+    EXPECT_FALSE(undoManager.canUndo());
+
+    // Reading that takes a while shows its progress; Cancel imports nothing.
+    H::setProgressDelay(std::chrono::milliseconds(0));
+    H::importFiles(files);
+    QProgressDialog* progress = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        progress = window.findChild<QProgressDialog*>();
+        return progress != nullptr && progress->isVisible();
+    }));
+    H::setProgressDelay(std::chrono::milliseconds(400));
+    EXPECT_EQ(progress->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(progress->maximum(), 400);
+    EXPECT_EQ(progress->labelText(), u"Reading 400 files…"_s);
+    QTest::mouseClick(progress->findChild<QPushButton*>(), Qt::LeftButton);
+    waitForReading();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(window.findChild<QProgressDialog*>(), nullptr);
+    EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s});
+    EXPECT_EQ(repository().mQuotes.size(), 1u);
+    EXPECT_FALSE(undoManager.canUndo());
+    EXPECT_TRUE(logged(qblog::Level::Info).contains(u"Import of 400 files cancelled"_s));
 }
 
 TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNothing)
