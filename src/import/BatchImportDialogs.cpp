@@ -12,6 +12,8 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLocale>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProgressDialog>
@@ -348,4 +350,47 @@ void QBBatchImportDialogs::askForExportFile(bool canExportSelection,
             handler(request);
         });
     dialog->open();
+}
+
+void QBBatchImportDialogs::askAboutLosingExport(qsizetype lost, qsizetype total, Format format,
+                                                std::function<void(LosingExportAnswer)> handler)
+{
+    QWidget* window = parentWindow();
+    if (window == nullptr)
+        return;
+    auto* box = new QMessageBox(window);
+    box->setObjectName(QStringLiteral("losingExport"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::WindowModal);
+    box->setIcon(QMessageBox::Warning);
+    //% "Some Quotes Would Change"
+    box->setWindowTitle(qtTrId("ExportLosingTitle"));
+    const QString totalText = QLocale().toString(total);
+    box->setText(format == Format::Fortune
+                     //% "%Ln of the %1 quotes would not read back as they are from a fortune "
+                     //% "file, where a line “%” separates quotes."
+                     ? qtTrId("ExportLosingFortune", static_cast<int>(lost)).arg(totalText)
+                     //% "%Ln of the %1 quotes would not read back as they are from plain text, "
+                     //% "where blank lines (or another line repeated between quotes) separate "
+                     //% "quotes."
+                     : qtTrId("ExportLosingText", static_cast<int>(lost)).arg(totalText));
+    //% "The Quillbox2 collection format (JSON) keeps every quote exactly."
+    box->setInformativeText(qtTrId("ExportLosingJsonKeepsAll"));
+    //% "Export as &JSON"
+    QPushButton* asJson = box->addButton(qtTrId("ExportLosingAsJson"), QMessageBox::AcceptRole);
+    //% "Export &Anyway"
+    QPushButton* anyway =
+        box->addButton(qtTrId("ExportLosingAnyway"), QMessageBox::DestructiveRole);
+    box->addButton(QMessageBox::Cancel);
+    box->setDefaultButton(asJson);
+    QObject::connect(
+        box, &QMessageBox::finished, box, [box, asJson, anyway, handler = std::move(handler)] {
+            const QAbstractButton* clicked = box->clickedButton();
+            const LosingExportAnswer answer = clicked == asJson   ? LosingExportAnswer::ExportAsJson
+                                              : clicked == anyway ? LosingExportAnswer::ExportAnyway
+                                                                  : LosingExportAnswer::Cancel;
+            if (handler)
+                handler(answer);
+        });
+    box->open();
 }

@@ -59,4 +59,16 @@ public:
     // selected quotes". |handler| runs only when the user confirms.
     static void askForExportFile(bool canExportSelection,
                                  std::function<void(const ExportRequest&)> handler);
+
+    enum class LosingExportAnswer
+    {
+        ExportAsJson,
+        ExportAnyway,
+        Cancel,
+    };
+    // Says, before an export is written, that |lost| of its |total| quotes would not
+    // read back as they are from |format|, and offers the JSON format, which keeps
+    // them all. |handler| gets the answer (Cancel also for Escape).
+    static void askAboutLosingExport(qsizetype lost, qsizetype total, QBQuoteExport::Format format,
+                                     std::function<void(LosingExportAnswer)> handler);
 };

@@ -8,6 +8,7 @@
 #include "ui/Alert.h"
 #include "util/UserMessages.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QFutureWatcher>
 #include <QPointer>
@@ -259,36 +260,77 @@ void QBQuoteBatchImportHelper::setProgressDelay(std::chrono::milliseconds delay)
     progressDelay() = delay;
 }
 
+namespace {
+
+void writeExportAndReport(const QString& path, const std::vector<CQuoteRecord>& quotes,
+                          QBQuoteExport::Format format, qsizetype notReadingBack)
+{
+    logInfoMessage(QStringLiteral("Exporting %1 quotes as %2 to '%3'")
+                       .arg(quotes.size())
+                       .arg(QBQuoteExport::fileSuffix(format), path));
+    QBUserMessage message;
+    message.topic = QStringLiteral("export");
+    if (const std::optional<QString> error = QBQuoteExport::writeExport(path, quotes, format)) {
+        logWarningMessage(QStringLiteral("Failed to export: ") + *error);
+        message.kind = QBUserMessage::Kind::Error;
+        //% "The quotes could not be exported to “%1”: %2"
+        message.text = qtTrId("ExportFailed").arg(path, *error);
+    } else {
+        message.kind = QBUserMessage::Kind::Success;
+        message.text = qtTrId("ExportSummary", static_cast<int>(quotes.size()))
+                           .arg(QFileInfo(path).fileName());
+        if (notReadingBack > 0) {
+            //% "%Ln of them will not read back as they are."
+            message.text +=
+                u' ' + qtTrId("ExportQuotesNotReadingBack", static_cast<int>(notReadingBack));
+        }
+    }
+    QBUserMessages::shared().show(message);
+}
+
+// |path| with the JSON export's suffix instead of its own, numbered rather than
+// replacing a file the user did not choose.
+QString jsonPathFor(const QString& path)
+{
+    const QFileInfo info(path);
+    QString candidate = info.dir().filePath(info.completeBaseName() + QStringLiteral(".json"));
+    for (int number = 2; QFileInfo::exists(candidate); ++number) {
+        candidate = info.dir().filePath(
+            QStringLiteral("%1 %2.json").arg(info.completeBaseName()).arg(number));
+    }
+    return candidate;
+}
+
+} // namespace
+
 void QBQuoteBatchImportHelper::exportFromWindow(std::vector<CQuoteRecord> selection)
 {
     const bool canExportSelection = !selection.empty();
     QBBatchImportDialogs::askForExportFile(
         canExportSelection,
         [selection = std::move(selection)](const QBBatchImportDialogs::ExportRequest& request) {
-            const std::vector<CQuoteRecord>& quotes =
+            std::vector<CQuoteRecord> quotes =
                 request.selectionOnly ? selection : CQuotesRepository::getInstance().mQuotes;
-            logInfoMessage(QStringLiteral("Exporting %1 quotes as %2 to '%3'")
-                               .arg(quotes.size())
-                               .arg(QBQuoteExport::fileSuffix(request.format), request.path));
-            QBUserMessage message;
-            message.topic = QStringLiteral("export");
-            if (const std::optional<QString> error =
-                    QBQuoteExport::writeExport(request.path, quotes, request.format)) {
-                logWarningMessage(QStringLiteral("Failed to export: ") + *error);
-                message.kind = QBUserMessage::Kind::Error;
-                //% "The quotes could not be exported to “%1”: %2"
-                message.text = qtTrId("ExportFailed").arg(request.path, *error);
-            } else {
-                message.kind = QBUserMessage::Kind::Success;
-                message.text = qtTrId("ExportSummary", static_cast<int>(quotes.size()))
-                                   .arg(QFileInfo(request.path).fileName());
-                if (const qsizetype unsafe =
-                        QBQuoteExport::quotesHoldingTheirSeparator(quotes, request.format)) {
-                    //% "%Ln of them hold their own separator and will not read back alone."
-                    message.text +=
-                        u' ' + qtTrId("ExportQuotesHoldingSeparator", static_cast<int>(unsafe));
-                }
+            // Said before writing, while the JSON format can still keep every quote.
+            const qsizetype lost = QBQuoteExport::quotesNotReadingBack(quotes, request.format);
+            if (lost == 0) {
+                writeExportAndReport(request.path, quotes, request.format, 0);
+                return;
             }
-            QBUserMessages::shared().show(message);
+            logInfoMessage(QStringLiteral("%1 of %2 quotes would not read back from %3")
+                               .arg(lost)
+                               .arg(quotes.size())
+                               .arg(QBQuoteExport::fileSuffix(request.format)));
+            using Answer = QBBatchImportDialogs::LosingExportAnswer;
+            const qsizetype total = static_cast<qsizetype>(quotes.size());
+            QBBatchImportDialogs::askAboutLosingExport(
+                lost, total, request.format,
+                [request, lost, quotes = std::move(quotes)](Answer answer) {
+                    if (answer == Answer::ExportAsJson)
+                        writeExportAndReport(jsonPathFor(request.path), quotes,
+                                             QBQuoteExport::Format::Json, 0);
+                    else if (answer == Answer::ExportAnyway)
+                        writeExportAndReport(request.path, quotes, request.format, lost);
+                });
         });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "import/QuoteTextAnalysis.h"
+#include "import/TextFileReader.h"
 
 #include <QString>
 #include <QStringList>
@@ -18,6 +19,8 @@ struct QBQuoteFile
     };
 
     static QBQuoteFile load(const QString& path);
+    // As load() would see a file of |bytes| (with no fortune index beside it).
+    static QBQuoteFile fromBytes(const QByteArray& bytes);
 
     QString path;
     Status status = Status::NotText;
@@ -34,6 +37,12 @@ struct QBQuoteFile
     QBQuoteTextAnalysis analysis; // otherwise
 
     bool ok() const { return status == Status::Ok; }
+
     // The quotes with |choice| (a collection ignores it).
     QStringList quotes(const QBSeparatorChoice& choice) const;
+    // The quotes an import takes without asking: the most likely choice's.
+    QStringList likelyQuotes() const;
+
+private:
+    static QBQuoteFile decoded(const QString& path, QBTextFileReader::Result read);
 };

@@ -77,6 +77,27 @@ QStringList tenQuotes()
     return quotes;
 }
 
+// Quotes as a file on disk (with |index| as its "quotes.dat") gives them back, with the
+// way the import chose.
+QStringList quotesOfFile(const QByteArray& bytes, QBSeparatorChoice* chosen = nullptr,
+                         const QByteArray& index = {})
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"quotes"_s);
+    EXPECT_TRUE(writeFileBytes(path, bytes));
+    if (!index.isEmpty()) {
+        EXPECT_TRUE(writeFileBytes(path + u".dat"_s, index));
+    }
+    const QBQuoteFile file = QBQuoteFile::load(path);
+    EXPECT_TRUE(file.ok()) << file.error.toStdString();
+    if (file.isCollection)
+        return file.collectionQuotes;
+    EXPECT_TRUE(file.analysis.clear);
+    if (chosen != nullptr)
+        *chosen = file.analysis.choices.value(0);
+    return file.quotes(file.analysis.choices.value(0));
+}
+
 // A temporary quotes.db holding one quote, auto-saver, undo, the build's help and a browser stub.
 class BatchImportFlowTest : public ::testing::Test
 {
@@ -327,6 +348,58 @@ TEST_F(BatchImportFlowTest, HundredsOfFilesAreReadOffTheWindowWithProgressAndCan
     EXPECT_TRUE(logged(qblog::Level::Info).contains(u"Import of 400 files cancelled"_s));
 }
 
+TEST_F(BatchImportFlowTest, AnExportThatWouldChangeQuotesSaysSoFirstAndOffersJson)
+{
+    repository().addNewQuote()->mContent = "Art\n%\nwith a percent line";
+    const QStringList collection{u"Earlier quote"_s, u"Art\n%\nwith a percent line"_s};
+    const QString fortunePath = home.filePath(u"all.fortune"_s);
+    ASSERT_TRUE(writeFileBytes(home.filePath(u"all.json"_s), "taken"));
+    for (const QString& answer : {u"Cancel"_s, u"Export as JSON"_s, u"Export Anyway"_s}) {
+        SCOPED_TRACE(answer.toStdString());
+        QFile::remove(fortunePath); // no question about replacing it
+        H::exportFromWindow({});
+        auto* dialog = window.findChild<QFileDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        dialog->selectNameFilter(dialog->nameFilters().first()); // fortune
+        dialog->selectFile(fortunePath);
+        static_cast<QDialog*>(dialog)->accept();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        // Asked before anything is written.
+        QMessageBox* box = openBox();
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->windowModality(), Qt::WindowModal);
+        EXPECT_EQ(box->text(), u"1 of the 2 quotes would not read back as it is from a fortune "
+                               u"file, where a line “%” separates quotes."_s);
+        EXPECT_EQ(box->defaultButton()->text(), u"Export as &JSON"_s);
+        EXPECT_FALSE(QFile::exists(fortunePath));
+        QAbstractButton* button = nullptr;
+        for (QAbstractButton* candidate : box->buttons()) {
+            if (candidate->text().remove(u'&') == answer)
+                button = candidate;
+        }
+        ASSERT_NE(button, nullptr);
+        QTest::mouseClick(button, Qt::LeftButton);
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(openBox(), nullptr);
+        EXPECT_EQ(QFile::exists(fortunePath), answer == u"Export Anyway"_s);
+        if (answer == u"Export as JSON"_s) {
+            EXPECT_EQ(lastMessageText(), u"Exported 2 quotes to “all 2.json”."_s);
+        }
+        if (answer == u"Export Anyway"_s) {
+            EXPECT_EQ(lastMessageText(), u"Exported 2 quotes to “all.fortune”. 1 of them will "
+                                         u"not read back as it is."_s);
+        }
+    }
+    // Anyway: the fortune file, and the message says what it will not give back.
+    EXPECT_EQ(quotesOfFile(readFileBytes(fortunePath)),
+              QStringList({u"Earlier quote"_s, u"Art"_s, u"with a percent line"_s}));
+    // As JSON: beside it, without replacing the "all.json" already there.
+    std::vector<CQuoteRecord> json;
+    readQuotesFile(home.stdPath(u"all 2.json"_s), json);
+    EXPECT_EQ(column(json), collection);
+    EXPECT_EQ(readFileBytes(home.filePath(u"all.json"_s)), "taken");
+}
+
 TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNothing)
 {
     QImage picture(16, 16, QImage::Format_RGB32);
@@ -435,27 +508,6 @@ TEST(ImportTextTest, EncodingIsFoundFromTheBytes)
     EXPECT_EQ(QBTextFileReader::decodeText("a\x07").error,
               u"the file holds binary data (1 control characters in 2, the first 0x07 at "
               u"character 2)"_s);
-}
-
-// Quotes as a file on disk (with |index| as its "quotes.dat") gives them back, with the
-// way the import chose.
-QStringList quotesOfFile(const QByteArray& bytes, QBSeparatorChoice* chosen = nullptr,
-                         const QByteArray& index = {})
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath(u"quotes"_s);
-    EXPECT_TRUE(writeFileBytes(path, bytes));
-    if (!index.isEmpty()) {
-        EXPECT_TRUE(writeFileBytes(path + u".dat"_s, index));
-    }
-    const QBQuoteFile file = QBQuoteFile::load(path);
-    EXPECT_TRUE(file.ok()) << file.error.toStdString();
-    if (file.isCollection)
-        return file.collectionQuotes;
-    EXPECT_TRUE(file.analysis.clear);
-    if (chosen != nullptr)
-        *chosen = file.analysis.choices.value(0);
-    return file.quotes(file.analysis.choices.value(0));
 }
 
 TEST(ImportTextTest, FortuneFilesAreCutAtWholePercentLinesWhateverTheirShare)
@@ -574,39 +626,75 @@ TEST(ImportTextTest, EveryWayOfCuttingIsCountedMostLikelyFirst)
               QStringList({u"a"_s, u" b "_s}));
 }
 
-TEST(ImportTextTest, ExportsReadBackAsTheSameQuotesByteForByte)
+TEST(ImportTextTest, ExportsReadBackAsTheSameQuotesByteForByteOrSaySoBeforehand)
 {
-    std::vector<CQuoteRecord> quotes;
-    for (const char* text :
-         {"Plain", "Two\nlines", "  indented\n\twith a tab ", "Ends with a line break\n",
-          "\nStarts with one", "Growth of 100%", "Ünïcödé “quotes” — 𝄞", "Has\n\na blank line",
-          "Has\n%\na percent line"})
-        quotes.emplace_back(text, "");
     using Format = QBQuoteExport::Format;
-    EXPECT_EQ(QBQuoteExport::exportedBytes({quotes[0], quotes[3]}, Format::Fortune),
-              "Plain\n%\nEnds with a line break\n\n%\n");
+    const auto records = [](std::initializer_list<const char*> texts) {
+        std::vector<CQuoteRecord> quotes;
+        for (const char* text : texts)
+            quotes.emplace_back(text, "");
+        return quotes;
+    };
+    const std::vector<CQuoteRecord> plain =
+        records({"Plain", "Two\nlines", "  indented\n\twith a tab ", "Growth of 100%",
+                 "Ünïcödé “quotes” — 𝄞", "Art\n  %\n (#)"});
+    std::vector<CQuoteRecord> fortuneSafe = plain;
+    for (const CQuoteRecord& quote :
+         records({"Ends with a line break\n", "\nStarts with one", "Has\n\na blank line"}))
+        fortuneSafe.push_back(quote);
+    EXPECT_EQ(QBQuoteExport::exportedBytes(records({"Plain", "Ends\n"}), Format::Fortune),
+              "Plain\n%\nEnds\n\n%\n");
+    const auto readBack = [](const std::vector<CQuoteRecord>& quotes, Format format) {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"export"_s);
+        EXPECT_EQ(QBQuoteExport::writeExport(path, quotes, format), std::nullopt);
+        return quotesOfFile(readFileBytes(path));
+    };
+    // What is counted as safe comes back as it was, byte for byte.
     const struct
     {
         Format format;
-        qsizetype holdingTheirSeparator;
-    } formats[] = {{Format::Fortune, 1}, {Format::Text, 4}, {Format::Json, 0}};
-    for (const auto& [format, holding] : formats) {
+        std::vector<CQuoteRecord> quotes;
+    } safe[] = {{Format::Fortune, fortuneSafe},
+                {Format::Fortune, records({"Two\nlines"})}, // one quote is still a fortune file
+                {Format::Text, plain},
+                {Format::Json, fortuneSafe}};
+    for (const auto& [format, quotes] : safe) {
         SCOPED_TRACE(QBQuoteExport::fileSuffix(format).toStdString());
-        EXPECT_EQ(QBQuoteExport::quotesHoldingTheirSeparator(quotes, format), holding);
-        // What holds its own separator is left out; everything else comes back as it was.
-        std::vector<CQuoteRecord> safe;
-        std::copy_if(quotes.begin(), quotes.end(), std::back_inserter(safe),
-                     [format](const CQuoteRecord& quote) {
-                         return QBQuoteExport::quotesHoldingTheirSeparator({quote}, format) == 0;
-                     });
-        EXPECT_EQ(qsizetype(safe.size()), qsizetype(quotes.size()) - holding);
-        QTemporaryDir folder;
-        const QString path = folder.filePath(u"export"_s);
-        ASSERT_EQ(QBQuoteExport::writeExport(path, safe, format), std::nullopt);
-        EXPECT_EQ(quotesOfFile(readFileBytes(path)), column(safe));
+        EXPECT_EQ(QBQuoteExport::quotesNotReadingBack(quotes, format), 0);
+        EXPECT_EQ(readBack(quotes, format), column(quotes));
     }
+    // What is not is counted before it is written: the quotes that do not come back.
+    std::vector<CQuoteRecord> withPercentLine = fortuneSafe;
+    withPercentLine.emplace_back("Has\n%\na percent line", "");
+    std::vector<CQuoteRecord> withBlankLine = plain;
+    withBlankLine.emplace_back("Has\n\na blank line", "");
+    const struct
+    {
+        const char* name;
+        Format format;
+        std::vector<CQuoteRecord> quotes;
+        qsizetype lost;
+    } losing[] = {
+        {"fortune, a line \"%\"", Format::Fortune, withPercentLine, 1},
+        {"text, a blank line", Format::Text, withBlankLine, 1},
+        // A "%" line makes plain text a fortune file: every quote runs into the next.
+        {"text, a line \"%\"", Format::Text, withPercentLine, 10},
+        // A line repeated across quotes is taken for their separator.
+        {"text, a repeated line", Format::Text, records({"a\n----\nb", "c\n----\nd", "e"}), 3},
+        // A lone quote of several lines asks how to cut it.
+        {"text, a single quote", Format::Text, records({"Two\nlines"}), 1},
+        {"JSON, anything", Format::Json, withPercentLine, 0},
+    };
+    for (const auto& [name, format, quotes, lost] : losing) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(QBQuoteExport::quotesNotReadingBack(quotes, format), lost);
+    }
+    QStringList back = readBack(withBlankLine, Format::Text);
+    EXPECT_EQ(back.mid(back.size() - 2), QStringList({u"Has"_s, u"a blank line"_s}));
+
     const std::optional<QString> refused =
-        QBQuoteExport::writeExport(u"/nonexistent-folder/export"_s, quotes, Format::Json);
+        QBQuoteExport::writeExport(u"/nonexistent-folder/export"_s, plain, Format::Json);
     ASSERT_TRUE(refused.has_value());
     EXPECT_FALSE(QFile::exists(u"/nonexistent-folder/export"_s));
 }
