@@ -15,6 +15,7 @@
 #include <QProgressDialog>
 #include <QTimer>
 #include <QtConcurrent/QtConcurrentMap>
+#include <QtConcurrent/QtConcurrentRun>
 
 #include <chrono>
 #include <memory>
@@ -301,6 +302,29 @@ QString jsonPathFor(const QString& path)
     return candidate;
 }
 
+void askAboutLossThenExport(const QBBatchImportDialogs::ExportRequest& request,
+                            const std::vector<CQuoteRecord>& quotes, qsizetype lost)
+{
+    if (lost == 0) {
+        writeExportAndReport(request.path, quotes, request.format, 0);
+        return;
+    }
+    logInfoMessage(QStringLiteral("%1 of %2 quotes would not read back from %3")
+                       .arg(lost)
+                       .arg(quotes.size())
+                       .arg(QBQuoteExport::fileSuffix(request.format)));
+    using Answer = QBBatchImportDialogs::LosingExportAnswer;
+    QBBatchImportDialogs::askAboutLosingExport(
+        lost, static_cast<qsizetype>(quotes.size()), request.format,
+        [request, lost, quotes](Answer answer) {
+            if (answer == Answer::ExportAsJson)
+                writeExportAndReport(jsonPathFor(request.path), quotes, QBQuoteExport::Format::Json,
+                                     0);
+            else if (answer == Answer::ExportAnyway)
+                writeExportAndReport(request.path, quotes, request.format, lost);
+        });
+}
+
 } // namespace
 
 void QBQuoteBatchImportHelper::exportFromWindow(std::vector<CQuoteRecord> selection)
@@ -309,28 +333,22 @@ void QBQuoteBatchImportHelper::exportFromWindow(std::vector<CQuoteRecord> select
     QBBatchImportDialogs::askForExportFile(
         canExportSelection,
         [selection = std::move(selection)](const QBBatchImportDialogs::ExportRequest& request) {
-            std::vector<CQuoteRecord> quotes =
-                request.selectionOnly ? selection : CQuotesRepository::getInstance().mQuotes;
-            // Said before writing, while the JSON format can still keep every quote.
-            const qsizetype lost = QBQuoteExport::quotesNotReadingBack(quotes, request.format);
-            if (lost == 0) {
-                writeExportAndReport(request.path, quotes, request.format, 0);
+            const auto quotes = std::make_shared<const std::vector<CQuoteRecord>>(
+                request.selectionOnly ? selection : CQuotesRepository::getInstance().mQuotes);
+            if (request.format == QBQuoteExport::Format::Json) {
+                writeExportAndReport(request.path, *quotes, request.format, 0);
                 return;
             }
-            logInfoMessage(QStringLiteral("%1 of %2 quotes would not read back from %3")
-                               .arg(lost)
-                               .arg(quotes.size())
-                               .arg(QBQuoteExport::fileSuffix(request.format)));
-            using Answer = QBBatchImportDialogs::LosingExportAnswer;
-            const qsizetype total = static_cast<qsizetype>(quotes.size());
-            QBBatchImportDialogs::askAboutLosingExport(
-                lost, total, request.format,
-                [request, lost, quotes = std::move(quotes)](Answer answer) {
-                    if (answer == Answer::ExportAsJson)
-                        writeExportAndReport(jsonPathFor(request.path), quotes,
-                                             QBQuoteExport::Format::Json, 0);
-                    else if (answer == Answer::ExportAnyway)
-                        writeExportAndReport(request.path, quotes, request.format, lost);
-                });
+            // Said before writing, while the JSON format can still keep every quote. Reading
+            // a large export back takes a while, so it runs on the thread pool.
+            auto* watcher = new QFutureWatcher<qsizetype>;
+            QObject::connect(watcher, &QFutureWatcherBase::finished, watcher,
+                             [watcher, request, quotes] {
+                                 watcher->deleteLater();
+                                 askAboutLossThenExport(request, *quotes, watcher->result());
+                             });
+            watcher->setFuture(QtConcurrent::run([quotes, format = request.format] {
+                return QBQuoteExport::quotesNotReadingBack(*quotes, format);
+            }));
         });
 }

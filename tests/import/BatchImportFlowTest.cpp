@@ -364,9 +364,9 @@ TEST_F(BatchImportFlowTest, AnExportThatWouldChangeQuotesSaysSoFirstAndOffersJso
         dialog->selectFile(fortunePath);
         static_cast<QDialog*>(dialog)->accept();
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        // Asked before anything is written.
+        // Asked before anything is written (once the export is read back off the window).
+        ASSERT_TRUE(QTest::qWaitFor([this] { return openBox() != nullptr; }, 10000));
         QMessageBox* box = openBox();
-        ASSERT_NE(box, nullptr);
         EXPECT_EQ(box->windowModality(), Qt::WindowModal);
         EXPECT_EQ(box->text(), u"1 of the 2 quotes would not read back as it is from a fortune "
                                u"file, where a line “%” separates quotes."_s);
