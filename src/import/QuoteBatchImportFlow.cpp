@@ -50,11 +50,13 @@ void alertReadFailureLater(QBQuoteFile::Status status)
 struct ReadFile
 {
     QBQuoteFile file;
+    qsizetype characters = 0; // of the text, which goes once it is cut
     std::optional<QStringList> quotes;
 
     static ReadFile read(const QString& path, const std::optional<QBSeparatorChoice>& separator)
     {
-        ReadFile read{QBQuoteFile::load(path), std::nullopt};
+        ReadFile read{QBQuoteFile::load(path), 0, std::nullopt};
+        read.characters = read.file.text.size();
         const QBQuoteFile& file = read.file;
         if (!file.ok() || (!file.isCollection && file.analysis.choices.isEmpty()))
             return read;
@@ -170,7 +172,7 @@ private:
             return;
         }
         logDebugMessage(
-            QStringLiteral("Read %1 characters as %2").arg(file.text.size()).arg(file.encoding));
+            QStringLiteral("Read %1 characters as %2").arg(read.characters).arg(file.encoding));
         if (file.isCollection) {
             logInfoMessage(QStringLiteral("Importing %1 quotes from an exported collection")
                                .arg(file.collectionQuotes.size()));
