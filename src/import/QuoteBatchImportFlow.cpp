@@ -118,7 +118,8 @@ public:
 private:
     void showProgress()
     {
-        if (mWatcher->isFinished())
+        // The timer may come in the same round of events as the end of the reading.
+        if (mWatcher == nullptr || mWatcher->isFinished())
             return;
         mProgress =
             QBBatchImportDialogs::openImportProgress(mPaths.size(), [watcher = QPointer(mWatcher)] {
