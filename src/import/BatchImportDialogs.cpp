@@ -366,14 +366,16 @@ void QBBatchImportDialogs::askAboutLosingExport(qsizetype lost, qsizetype total,
     //% "Some Quotes Would Change"
     box->setWindowTitle(qtTrId("ExportLosingTitle"));
     const QString totalText = QLocale().toString(total);
-    box->setText(format == Format::Fortune
-                     //% "%Ln of the %1 quotes would not read back as they are from a fortune "
-                     //% "file, where a line “%” separates quotes."
-                     ? qtTrId("ExportLosingFortune", static_cast<int>(lost)).arg(totalText)
-                     //% "%Ln of the %1 quotes would not read back as they are from plain text, "
-                     //% "where blank lines (or another line repeated between quotes) separate "
-                     //% "quotes."
-                     : qtTrId("ExportLosingText", static_cast<int>(lost)).arg(totalText));
+    const auto count = static_cast<int>(lost);
+    if (format == Format::Fortune) {
+        //% "%Ln of the %1 quotes would not read back as they are from a fortune file, where a "
+        //% "line “%” separates quotes."
+        box->setText(qtTrId("ExportLosingFortune", count).arg(totalText));
+    } else {
+        //% "%Ln of the %1 quotes would not read back as they are from plain text, where blank "
+        //% "lines (or another line repeated between quotes) separate quotes."
+        box->setText(qtTrId("ExportLosingText", count).arg(totalText));
+    }
     //% "The Quillbox2 collection format (JSON) keeps every quote exactly."
     box->setInformativeText(qtTrId("ExportLosingJsonKeepsAll"));
     //% "Export as &JSON"
