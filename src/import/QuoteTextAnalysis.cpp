@@ -189,6 +189,13 @@ QBQuoteTextAnalysis QBQuoteTextAnalysis::analyze(const QString& normalizedText)
     };
     std::sort(decorations.begin(), decorations.end(), mostFrequentFirst);
     std::sort(repeatedLines.begin(), repeatedLines.end(), mostFrequentFirst);
+    // Every choice offered costs a pass over the text, and ASCII art repeats thousands of
+    // lines without letters; nobody chooses among more than a few.
+    constexpr std::size_t kMostChoicesOfAKind = 5;
+    if (decorations.size() > kMostChoicesOfAKind)
+        decorations.resize(kMostChoicesOfAKind);
+    if (repeatedLines.size() > kMostChoicesOfAKind)
+        repeatedLines.resize(kMostChoicesOfAKind);
 
     QBQuoteTextAnalysis analysis;
     const auto offer = [&](QBSeparatorChoice choice) {

@@ -624,6 +624,21 @@ TEST(ImportTextTest, EveryWayOfCuttingIsCountedMostLikelyFirst)
     }
     EXPECT_EQ(QBSeparatorChoice::fromName(u"blank"_s).split(u"a\n\n\n b \n"_s),
               QStringList({u"a"_s, u" b "_s}));
+
+    // ASCII art repeats many lines without letters: only the five most frequent are offered.
+    QStringList art;
+    for (int row = 0; row < 8; ++row) {
+        for (int times = 0; times < row + 2; ++times)
+            art << u"text %1.%2"_s.arg(row).arg(times) << QString(row + 3, u'*');
+    }
+    const QBQuoteTextAnalysis analysis = QBQuoteTextAnalysis::analyze(art.join(u'\n'));
+    QStringList lines;
+    for (const QBSeparatorChoice& choice : analysis.choices) {
+        if (choice.kind == QBSeparatorChoice::Kind::Line)
+            lines << choice.line;
+    }
+    EXPECT_EQ(lines, QStringList({u"**********"_s, u"*********"_s, u"********"_s, u"*******"_s,
+                                  u"******"_s}));
 }
 
 TEST(ImportTextTest, ExportsReadBackAsTheSameQuotesByteForByteOrSaySoBeforehand)
