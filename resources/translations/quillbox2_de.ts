@@ -399,13 +399,6 @@
             <numerusform>%Ln Zitate nach „%1“ exportiert.</numerusform>
         </translation>
     </message>
-    <message id="ExportQuotesHoldingSeparator" numerus="yes">
-        <source>%Ln of them hold their own separator and will not read back alone.</source>
-        <translation>
-            <numerusform>%Ln davon enthält sein eigenes Trennzeichen und wird nicht einzeln zurückgelesen.</numerusform>
-            <numerusform>%Ln davon enthalten ihr eigenes Trennzeichen und werden nicht einzeln zurückgelesen.</numerusform>
-        </translation>
-    </message>
     <message id="ImportSummaryOneFile" numerus="yes">
         <source>Imported %Ln quote(s) from “%1”.</source>
         <translation>
@@ -817,6 +810,61 @@
     <message id="CommandChooseSignatureFile">
         <source>&amp;Choose Signature File…</source>
         <translation>Signaturdatei &amp;wählen …</translation>
+    </message>
+    <message id="ImportProgressTitle">
+        <source>Importing Quotes</source>
+        <translation>Zitate werden importiert</translation>
+    </message>
+    <message id="ImportProgressReading" numerus="yes">
+        <source>Reading %Ln file(s)…</source>
+        <translation>
+            <numerusform>%Ln Datei wird gelesen…</numerusform>
+            <numerusform>%Ln Dateien werden gelesen…</numerusform>
+        </translation>
+    </message>
+    <message id="ExportLosingTitle">
+        <source>Some Quotes Would Change</source>
+        <translation>Einige Zitate würden sich ändern</translation>
+    </message>
+    <message id="ExportLosingFortune" numerus="yes">
+        <source>%Ln of the %1 quotes would not read back as they are from a fortune file, where a line “%” separates quotes.</source>
+        <translation>
+            <numerusform>%Ln der %1 Zitate käme aus einer Fortune-Datei nicht unverändert zurück, denn dort trennt eine Zeile „%“ die Zitate.</numerusform>
+            <numerusform>%Ln der %1 Zitate kämen aus einer Fortune-Datei nicht unverändert zurück, denn dort trennt eine Zeile „%“ die Zitate.</numerusform>
+        </translation>
+    </message>
+    <message id="ExportLosingText" numerus="yes">
+        <source>%Ln of the %1 quotes would not read back as they are from plain text, where blank lines (or another line repeated between quotes) separate quotes.</source>
+        <translation>
+            <numerusform>%Ln der %1 Zitate käme aus reinem Text nicht unverändert zurück, denn dort trennen Leerzeilen (oder eine andere zwischen den Zitaten wiederholte Zeile) die Zitate.</numerusform>
+            <numerusform>%Ln der %1 Zitate kämen aus reinem Text nicht unverändert zurück, denn dort trennen Leerzeilen (oder eine andere zwischen den Zitaten wiederholte Zeile) die Zitate.</numerusform>
+        </translation>
+    </message>
+    <message id="ExportLosingJsonKeepsAll">
+        <source>The Quillbox2 collection format (JSON) keeps every quote exactly.</source>
+        <translation>Das Sammlungsformat von Quillbox2 (JSON) bewahrt jedes Zitat genau.</translation>
+    </message>
+    <message id="ExportLosingAsJson">
+        <source>Export as &amp;JSON</source>
+        <translation>Als &amp;JSON exportieren</translation>
+    </message>
+    <message id="ExportLosingAnyway">
+        <source>Export &amp;Anyway</source>
+        <translation>&amp;Trotzdem exportieren</translation>
+    </message>
+    <message id="ExportQuotesNotReadingBack" numerus="yes">
+        <source>%Ln of them will not read back as they are.</source>
+        <translation>
+            <numerusform>%Ln davon kommt beim Einlesen nicht unverändert zurück.</numerusform>
+            <numerusform>%Ln davon kommen beim Einlesen nicht unverändert zurück.</numerusform>
+        </translation>
+    </message>
+    <message id="CommandLineExportNotReadingBack" numerus="yes">
+        <source>%1: %Ln quote(s) will not read back as they are from this format; --format json keeps every quote.</source>
+        <translation>
+            <numerusform>%1: %Ln Zitat kommt aus diesem Format nicht unverändert zurück; --format json bewahrt jedes Zitat.</numerusform>
+            <numerusform>%1: %Ln Zitate kommen aus diesem Format nicht unverändert zurück; --format json bewahrt jedes Zitat.</numerusform>
+        </translation>
     </message>
 </context>
 <context>

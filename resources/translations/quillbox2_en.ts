@@ -412,13 +412,6 @@
             <numerusform>Exported %Ln quotes to “%1”.</numerusform>
         </translation>
     </message>
-    <message id="ExportQuotesHoldingSeparator" numerus="yes">
-        <source>%Ln of them hold their own separator and will not read back alone.</source>
-        <translation>
-            <numerusform>%Ln of them holds its own separator and will not read back alone.</numerusform>
-            <numerusform>%Ln of them hold their own separator and will not read back alone.</numerusform>
-        </translation>
-    </message>
     <message id="ImportSummaryOneFile" numerus="yes">
         <source>Imported %Ln quote(s) from “%1”.</source>
         <translation>
@@ -830,6 +823,61 @@
     <message id="CommandChooseSignatureFile">
         <source>&amp;Choose Signature File…</source>
         <translation type="unfinished"></translation>
+    </message>
+    <message id="ImportProgressTitle">
+        <source>Importing Quotes</source>
+        <translation>Importing Quotes</translation>
+    </message>
+    <message id="ImportProgressReading" numerus="yes">
+        <source>Reading %Ln file(s)…</source>
+        <translation>
+            <numerusform>Reading %Ln file…</numerusform>
+            <numerusform>Reading %Ln files…</numerusform>
+        </translation>
+    </message>
+    <message id="ExportLosingTitle">
+        <source>Some Quotes Would Change</source>
+        <translation>Some Quotes Would Change</translation>
+    </message>
+    <message id="ExportLosingFortune" numerus="yes">
+        <source>%Ln of the %1 quotes would not read back as they are from a fortune file, where a line “%” separates quotes.</source>
+        <translation>
+            <numerusform>%Ln of the %1 quotes would not read back as it is from a fortune file, where a line “%” separates quotes.</numerusform>
+            <numerusform>%Ln of the %1 quotes would not read back as they are from a fortune file, where a line “%” separates quotes.</numerusform>
+        </translation>
+    </message>
+    <message id="ExportLosingText" numerus="yes">
+        <source>%Ln of the %1 quotes would not read back as they are from plain text, where blank lines (or another line repeated between quotes) separate quotes.</source>
+        <translation>
+            <numerusform>%Ln of the %1 quotes would not read back as it is from plain text, where blank lines (or another line repeated between quotes) separate quotes.</numerusform>
+            <numerusform>%Ln of the %1 quotes would not read back as they are from plain text, where blank lines (or another line repeated between quotes) separate quotes.</numerusform>
+        </translation>
+    </message>
+    <message id="ExportLosingJsonKeepsAll">
+        <source>The Quillbox2 collection format (JSON) keeps every quote exactly.</source>
+        <translation>The Quillbox2 collection format (JSON) keeps every quote exactly.</translation>
+    </message>
+    <message id="ExportLosingAsJson">
+        <source>Export as &amp;JSON</source>
+        <translation>Export as &amp;JSON</translation>
+    </message>
+    <message id="ExportLosingAnyway">
+        <source>Export &amp;Anyway</source>
+        <translation>Export &amp;Anyway</translation>
+    </message>
+    <message id="ExportQuotesNotReadingBack" numerus="yes">
+        <source>%Ln of them will not read back as they are.</source>
+        <translation>
+            <numerusform>%Ln of them will not read back as it is.</numerusform>
+            <numerusform>%Ln of them will not read back as they are.</numerusform>
+        </translation>
+    </message>
+    <message id="CommandLineExportNotReadingBack" numerus="yes">
+        <source>%1: %Ln quote(s) will not read back as they are from this format; --format json keeps every quote.</source>
+        <translation>
+            <numerusform>%1: %Ln quote will not read back as it is from this format; --format json keeps every quote.</numerusform>
+            <numerusform>%1: %Ln quotes will not read back as they are from this format; --format json keeps every quote.</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -12,8 +12,11 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLocale>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -143,6 +146,43 @@ void QBBatchImportDialogs::askForBatchImportFileWithHandler(
                              handler(paths);
                      });
     dialog->open();
+}
+
+QProgressDialog* QBBatchImportDialogs::openImportProgress(qsizetype fileCount,
+                                                          std::function<void()> cancelHandler)
+{
+    QWidget* window = parentWindow();
+    if (window == nullptr)
+        return nullptr;
+    auto* dialog = new QProgressDialog(window);
+    dialog->setObjectName(QStringLiteral("importProgress"));
+    dialog->setWindowModality(Qt::WindowModal);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    // The run decides when the dialog goes; a finished bar must not close or reset it.
+    dialog->setAutoClose(false);
+    dialog->setAutoReset(false);
+    //% "Importing Quotes"
+    dialog->setWindowTitle(qtTrId("ImportProgressTitle"));
+    //% "Reading %Ln file(s)…"
+    dialog->setLabelText(qtTrId("ImportProgressReading", static_cast<int>(fileCount)));
+    dialog->setRange(0, static_cast<int>(fileCount));
+    dialog->setValue(0);
+    QObject::connect(dialog, &QProgressDialog::canceled, dialog,
+                     [handler = std::move(cancelHandler)] {
+                         if (handler)
+                             handler();
+                     });
+    dialog->open();
+    return dialog;
+}
+
+void QBBatchImportDialogs::closeImportProgress(QProgressDialog* dialog)
+{
+    if (dialog == nullptr)
+        return;
+    // Its close event would report a cancel.
+    QObject::disconnect(dialog, &QProgressDialog::canceled, nullptr, nullptr);
+    dialog->close();
 }
 
 void QBBatchImportDialogs::askUserForSeparatorToUse(
@@ -310,4 +350,49 @@ void QBBatchImportDialogs::askForExportFile(bool canExportSelection,
             handler(request);
         });
     dialog->open();
+}
+
+void QBBatchImportDialogs::askAboutLosingExport(qsizetype lost, qsizetype total, Format format,
+                                                std::function<void(LosingExportAnswer)> handler)
+{
+    QWidget* window = parentWindow();
+    if (window == nullptr)
+        return;
+    auto* box = new QMessageBox(window);
+    box->setObjectName(QStringLiteral("losingExport"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::WindowModal);
+    box->setIcon(QMessageBox::Warning);
+    //% "Some Quotes Would Change"
+    box->setWindowTitle(qtTrId("ExportLosingTitle"));
+    const QString totalText = QLocale().toString(total);
+    const auto count = static_cast<int>(lost);
+    if (format == Format::Fortune) {
+        //% "%Ln of the %1 quotes would not read back as they are from a fortune file, where a "
+        //% "line “%” separates quotes."
+        box->setText(qtTrId("ExportLosingFortune", count).arg(totalText));
+    } else {
+        //% "%Ln of the %1 quotes would not read back as they are from plain text, where blank "
+        //% "lines (or another line repeated between quotes) separate quotes."
+        box->setText(qtTrId("ExportLosingText", count).arg(totalText));
+    }
+    //% "The Quillbox2 collection format (JSON) keeps every quote exactly."
+    box->setInformativeText(qtTrId("ExportLosingJsonKeepsAll"));
+    //% "Export as &JSON"
+    QPushButton* asJson = box->addButton(qtTrId("ExportLosingAsJson"), QMessageBox::AcceptRole);
+    //% "Export &Anyway"
+    QPushButton* anyway =
+        box->addButton(qtTrId("ExportLosingAnyway"), QMessageBox::DestructiveRole);
+    box->addButton(QMessageBox::Cancel);
+    box->setDefaultButton(asJson);
+    QObject::connect(
+        box, &QMessageBox::finished, box, [box, asJson, anyway, handler = std::move(handler)] {
+            const QAbstractButton* clicked = box->clickedButton();
+            const LosingExportAnswer answer = clicked == asJson   ? LosingExportAnswer::ExportAsJson
+                                              : clicked == anyway ? LosingExportAnswer::ExportAnyway
+                                                                  : LosingExportAnswer::Cancel;
+            if (handler)
+                handler(answer);
+        });
+    box->open();
 }

@@ -10,6 +10,7 @@
 #include <optional>
 
 class QAbstractButton;
+class QProgressDialog;
 class QWidget;
 struct QBQuoteFile;
 
@@ -40,6 +41,14 @@ public:
     // A choice as its radio button shows it.
     static QString title(const QBSeparatorChoice& choice);
 
+    // Shows how far reading |fileCount| files has come, with a Cancel button that runs
+    // |cancelHandler| (as does closing its window). The caller moves it on with
+    // setValue(). Nullptr without a main window.
+    static QProgressDialog* openImportProgress(qsizetype fileCount,
+                                               std::function<void()> cancelHandler);
+    // Closes it without cancelling (nothing for nullptr).
+    static void closeImportProgress(QProgressDialog* dialog);
+
     struct ExportRequest
     {
         QString path;
@@ -50,4 +59,16 @@ public:
     // selected quotes". |handler| runs only when the user confirms.
     static void askForExportFile(bool canExportSelection,
                                  std::function<void(const ExportRequest&)> handler);
+
+    enum class LosingExportAnswer
+    {
+        ExportAsJson,
+        ExportAnyway,
+        Cancel,
+    };
+    // Says, before an export is written, that |lost| of its |total| quotes would not
+    // read back as they are from |format|, and offers the JSON format, which keeps
+    // them all. |handler| gets the answer (Cancel also for Escape).
+    static void askAboutLosingExport(qsizetype lost, qsizetype total, QBQuoteExport::Format format,
+                                     std::function<void(LosingExportAnswer)> handler);
 };

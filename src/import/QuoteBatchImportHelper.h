@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,7 +24,8 @@ struct QBImportResult
 // Turns plain-text files holding many quotes into quotes of the collection: reads them,
 // normalises their line ends, works out how the quotes are separated (QuoteTextAnalysis.h),
 // asks the user only when that is not clear, and adds the quotes of every file as one
-// undoable step with one summary. Class operations only; main thread.
+// undoable step with one summary. Class operations only; main thread (the files
+// themselves are read on the thread pool).
 //
 // The flow, which shows dialogs, lives in the widgets library quillbox2_import_widgets
 // (QuoteBatchImportFlow.cpp); the text work below it links no widgets.
@@ -41,6 +43,11 @@ public:
     static void importFiles(const QStringList& paths,
                             const std::optional<QBSeparatorChoice>& separator = std::nullopt);
     static void importFromFile(const QString& path) { importFiles({path}); }
+    // Whether an import is still reading its files (on the thread pool); questions and
+    // adding the quotes come after.
+    static bool isReadingFiles();
+    // How long reading may take before its progress is shown (400 ms).
+    static void setProgressDelay(std::chrono::milliseconds delay);
 
     // Asks where and in which format to export the collection (or |selection|, when the
     // user chooses it and it is not empty), writes the file and reports in the message bar.

@@ -2,9 +2,10 @@
 
 #include "core/AtomicFileWriter.h"
 #include "core/QuotesDocument.h"
+#include "import/QuoteFile.h"
 
 #include <QFileInfo>
-#include <QRegularExpression>
+#include <QHash>
 
 #include <algorithm>
 #include <sstream>
@@ -92,18 +93,21 @@ std::optional<QString> QBQuoteExport::writeExport(const QString& path,
     return std::nullopt;
 }
 
-qsizetype QBQuoteExport::quotesHoldingTheirSeparator(const std::vector<CQuoteRecord>& quotes,
-                                                     Format format)
+qsizetype QBQuoteExport::quotesNotReadingBack(const std::vector<CQuoteRecord>& quotes,
+                                              Format format)
 {
-    if (format == Format::Json)
+    if (format == Format::Json || quotes.empty())
         return 0;
-    // A line of nothing but "%" (the fortune separator, which also makes an import read
-    // plain text as a fortune file) or of white space (text), anywhere in the quote.
-    static const QRegularExpression fortuneSeparator(QStringLiteral("(^|\n)[ \t]*%[ \t]*(\n|$)"));
-    static const QRegularExpression blankLine(QStringLiteral("(^|\n)\\s*(\n|$)"));
-    return std::count_if(quotes.cbegin(), quotes.cend(), [format](const CQuoteRecord& quote) {
-        const QString text = QString::fromStdString(quote.mContent);
-        return fortuneSeparator.match(text).hasMatch() ||
-               (format == Format::Text && blankLine.match(text).hasMatch());
+    // Every quote read back cancels one like it; the quotes left over are lost.
+    QHash<QString, qsizetype> readBack;
+    for (const QString& quote :
+         QBQuoteFile::fromBytes(exportedBytes(quotes, format)).likelyQuotes())
+        ++readBack[quote];
+    return std::count_if(quotes.cbegin(), quotes.cend(), [&readBack](const CQuoteRecord& quote) {
+        const auto found = readBack.find(QString::fromStdString(quote.mContent));
+        if (found == readBack.end() || found.value() == 0)
+            return true;
+        --found.value();
+        return false;
     });
 }

@@ -9,9 +9,11 @@
 #include <vector>
 
 // Writes quotes to a file another program, another machine or a later import can read.
-// Every format reads back through the import as the same quotes, byte for byte, except
-// where a quote holds its own separator (a line "%" in either text format, a blank line
-// in plain text); the app's JSON always does.
+// The app's JSON always reads back through the import as the same quotes, byte for byte.
+// The text formats cannot say everything: a quote holding a line "%" splits in a fortune
+// file, and plain text is cut by guessing (a blank line inside a quote, a line break at
+// its start or end, or a line such as "----" repeated across quotes cut it otherwise).
+// quotesNotReadingBack() counts the quotes an export would lose, before it is written.
 class QBQuoteExport
 {
 public:
@@ -35,7 +37,8 @@ public:
     // Returns the reason on failure.
     static std::optional<QString>
     writeExport(const QString& path, const std::vector<CQuoteRecord>& quotes, Format format);
-    // How many of |quotes| would not read back alone from |format|.
-    static qsizetype quotesHoldingTheirSeparator(const std::vector<CQuoteRecord>& quotes,
-                                                 Format format);
+    // How many of |quotes| an import of their |format| export would not give back as
+    // they are: the export is read back as the import reads a file, with the separator
+    // it finds most likely.
+    static qsizetype quotesNotReadingBack(const std::vector<CQuoteRecord>& quotes, Format format);
 };

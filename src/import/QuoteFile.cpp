@@ -1,6 +1,7 @@
 #include "import/QuoteFile.h"
 
 #include "core/QuotesDocument.h"
+#include "import/FortuneIndex.h"
 #include "import/QuoteBatchImportHelper.h"
 #include "import/TextFileReader.h"
 
@@ -28,9 +29,32 @@ bool readCollection(const QString& text, QStringList& quotes)
 
 QBQuoteFile QBQuoteFile::load(const QString& path)
 {
+    QBQuoteFile file = decoded(path, QBTextFileReader::readTextFile(path));
+    if (file.ok() && !file.isCollection) {
+        const std::optional<QBFortuneIndex> index = QBFortuneIndex::readBeside(path);
+        file.fortuneIndexed = index.has_value();
+        file.rotated = index && index->rotated;
+        if (file.rotated)
+            file.text = QBFortuneIndex::unrotated(std::move(file.text));
+        file.analysis = index ? QBQuoteTextAnalysis::analyzeFortuneFile(file.text, index->delimiter)
+                              : QBQuoteTextAnalysis::analyze(file.text);
+    }
+    return file;
+}
+
+QBQuoteFile QBQuoteFile::fromBytes(const QByteArray& bytes)
+{
+    QBQuoteFile file = decoded({}, QBTextFileReader::decodeText(bytes));
+    if (file.ok() && !file.isCollection)
+        file.analysis = QBQuoteTextAnalysis::analyze(file.text);
+    return file;
+}
+
+// The file's text (or the reason it has none), and whether it is an exported collection.
+QBQuoteFile QBQuoteFile::decoded(const QString& path, QBTextFileReader::Result read)
+{
     QBQuoteFile file;
     file.path = path;
-    QBTextFileReader::Result read = QBTextFileReader::readTextFile(path);
     if (!read.ok()) {
         file.status =
             read.status == QBTextFileReader::Status::TooLarge ? Status::TooLarge : Status::NotText;
@@ -46,12 +70,17 @@ QBQuoteFile QBQuoteFile::load(const QString& path)
     file.encoding = read.encoding;
     file.text = QBQuoteBatchImportHelper::normalizedLineEnds(std::move(read.text));
     file.isCollection = readCollection(file.text, file.collectionQuotes);
-    if (!file.isCollection)
-        file.analysis = QBQuoteTextAnalysis::analyze(file.text);
     return file;
 }
 
 QStringList QBQuoteFile::quotes(const QBSeparatorChoice& choice) const
 {
     return isCollection ? collectionQuotes : choice.split(text);
+}
+
+QStringList QBQuoteFile::likelyQuotes() const
+{
+    if (isCollection)
+        return collectionQuotes;
+    return analysis.choices.isEmpty() ? QStringList{} : quotes(analysis.choices.first());
 }

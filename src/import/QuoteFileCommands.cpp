@@ -130,5 +130,10 @@ int QBQuoteFileCommands::exportCollection(const QString& path, QBQuoteExport::Fo
     }
     //% "Exported %Ln quote(s) to “%1”."
     say(qtTrId("ExportSummary", static_cast<int>(quotes.size())).arg(path));
+    if (const qsizetype lost = QBQuoteExport::quotesNotReadingBack(quotes, format)) {
+        //% "%1: %Ln quote(s) will not read back as they are from this format; --format json "
+        //% "keeps every quote."
+        complain(qtTrId("CommandLineExportNotReadingBack", static_cast<int>(lost)).arg(path));
+    }
     return 0;
 }

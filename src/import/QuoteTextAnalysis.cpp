@@ -15,6 +15,15 @@ bool isBlank(QStringView text)
     return text.trimmed().isEmpty();
 }
 
+const QString kFortuneSeparator = QStringLiteral("%");
+
+// Fortune's own rule: "%" at the start of the line, white space after it allowed. An
+// indented "%" belongs to the quote (ASCII art draws with it).
+bool isFortuneSeparator(QStringView line)
+{
+    return line.startsWith(u'%') && isBlank(line.sliced(1));
+}
+
 // Calls |line| with each line of |text| and the offset where it starts. The line break
 // that ends the text ends its last line; it does not begin another one.
 template <typename LineFunction> void forEachLine(QStringView text, LineFunction line)
@@ -60,6 +69,10 @@ void forEachQuote(const QBSeparatorChoice& choice, QStringView text, PieceFuncti
 {
     switch (choice.kind) {
     case Kind::Line: {
+        if (choice.line == kFortuneSeparator) {
+            forEachPiece(text, isFortuneSeparator, piece);
+            return;
+        }
         const QStringView separator(choice.line);
         forEachPiece(
             text, [separator](QStringView line) { return line.trimmed() == separator; }, piece);
@@ -101,8 +114,6 @@ struct LineTally
     qsizetype count = 0;
     qsizetype firstLine = 0;
 };
-
-const QString kFortuneSeparator = QStringLiteral("%");
 
 } // namespace
 
@@ -146,7 +157,9 @@ QBQuoteTextAnalysis QBQuoteTextAnalysis::analyze(const QString& normalizedText)
     QHash<QStringView, LineTally> histogram;
     qsizetype lineCount = 0;
     qsizetype blankLines = 0;
+    qsizetype fortuneSeparators = 0;
     forEachLine(normalizedText, [&](QStringView line, qsizetype) {
+        fortuneSeparators += isFortuneSeparator(line) ? 1 : 0;
         const QStringView key = line.trimmed();
         if (key.isEmpty()) {
             ++blankLines;
@@ -176,6 +189,13 @@ QBQuoteTextAnalysis QBQuoteTextAnalysis::analyze(const QString& normalizedText)
     };
     std::sort(decorations.begin(), decorations.end(), mostFrequentFirst);
     std::sort(repeatedLines.begin(), repeatedLines.end(), mostFrequentFirst);
+    // Every choice offered costs a pass over the text, and ASCII art repeats thousands of
+    // lines without letters; nobody chooses among more than a few.
+    constexpr std::size_t kMostChoicesOfAKind = 5;
+    if (decorations.size() > kMostChoicesOfAKind)
+        decorations.resize(kMostChoicesOfAKind);
+    if (repeatedLines.size() > kMostChoicesOfAKind)
+        repeatedLines.resize(kMostChoicesOfAKind);
 
     QBQuoteTextAnalysis analysis;
     const auto offer = [&](QBSeparatorChoice choice) {
@@ -187,8 +207,15 @@ QBQuoteTextAnalysis QBQuoteTextAnalysis::analyze(const QString& normalizedText)
             analysis.choices << choice;
         return cuts;
     };
-    const bool fortune =
-        histogram.contains(kFortuneSeparator) && offer({Kind::Line, kFortuneSeparator});
+    // A "%" line says fortune file even when it only ends the file's single quote.
+    bool fortune = false;
+    if (fortuneSeparators > 0) {
+        QBSeparatorChoice percent{Kind::Line, kFortuneSeparator};
+        percent.quoteCount = countQuotes(percent, normalizedText);
+        fortune = percent.quoteCount > 0;
+        if (fortune)
+            analysis.choices << percent;
+    }
     qsizetype decorationsOffered = 0;
     for (const auto& [key, tally] : decorations)
         decorationsOffered += offer({Kind::Line, key.toString()}) ? 1 : 0;
@@ -210,6 +237,20 @@ QBQuoteTextAnalysis QBQuoteTextAnalysis::analyze(const QString& normalizedText)
         analysis.clear = repeatedLinesOffered == 0;
     else
         analysis.clear = repeatedLinesOffered == 0 && linesWithText >= kFewestLinesForOnePerLine;
+    return analysis;
+}
+
+QBQuoteTextAnalysis QBQuoteTextAnalysis::analyzeFortuneFile(const QString& normalizedText,
+                                                            QChar delimiter)
+{
+    QBQuoteTextAnalysis analysis = analyze(normalizedText);
+    QBSeparatorChoice fortune{Kind::Line, QString(delimiter)};
+    analysis.choices.removeOne(fortune);
+    fortune.quoteCount = countQuotes(fortune, normalizedText);
+    if (fortune.quoteCount > 0) {
+        analysis.choices.prepend(fortune);
+        analysis.clear = true;
+    }
     return analysis;
 }
 

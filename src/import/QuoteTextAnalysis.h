@@ -44,6 +44,9 @@ struct QBQuoteTextAnalysis
     // blank lines separate the quotes; lines repeated in a tenth of the text are offered
     // too. One quote per line and the whole text as one quote are always offered.
     static QBQuoteTextAnalysis analyze(const QString& normalizedText);
+    // A text known to be a fortune file (its index says so): cut at |delimiter| lines
+    // without asking, so a text without one is a single quote.
+    static QBQuoteTextAnalysis analyzeFortuneFile(const QString& normalizedText, QChar delimiter);
 
     QList<QBSeparatorChoice> choices;
     bool clear = false;

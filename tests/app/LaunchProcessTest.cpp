@@ -251,6 +251,15 @@ TEST(LaunchProcessTest, ScriptsImportAndExportWithoutAWindowAndFailuresChangeNot
         EXPECT_TRUE(readOut.startsWith(path + u": "_s + count + u" quotes"_s))
             << readOut.toStdString();
     }
+    // A quote with a blank line inside cannot come back from plain text; stderr says so.
+    const QString poem = home.filePath(u"poem.txt"_s);
+    ASSERT_TRUE(writeFileBytes(poem, "Verse one\n\nVerse two\n"));
+    EXPECT_EQ(std::get<0>(runToEnd({u"--import"_s, poem, u"--separator"_s, u"whole"_s})), 0);
+    const QString poemText = home.filePath(u"poem-export.txt"_s);
+    const auto [poemCode, poemOut, poemErr] = runToEnd({u"--export"_s, poemText});
+    EXPECT_EQ(poemCode, 0);
+    EXPECT_EQ(poemErr, u"quillbox2: %1: 1 quote will not read back as it is from this format; "
+                       u"--format json keeps every quote.\n"_s.arg(poemText));
 
     const QString empty = home.filePath(u"empty.txt"_s);
     const QString binary = home.filePath(u"binary.txt"_s);

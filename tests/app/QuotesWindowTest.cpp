@@ -532,7 +532,7 @@ TEST_F(QuotesWindowTest, DroppedFilesAreOneImportReportedInTheMessageBarWithUndo
     QCoreApplication::sendEvent(mWindow, &drop);
     delete data;
 
-    EXPECT_EQ(rows(), mSeedCount + 4);
+    QTRY_COMPARE_WITH_TIMEOUT(rows(), mSeedCount + 4, 10000);
     EXPECT_EQ(mList->model()->index(rows() - 1, 0).data(), QStringLiteral("Four"));
     const QBUserMessage& message = QBUserMessages::shared().lastMessage();
     EXPECT_EQ(message.kind, QBUserMessage::Kind::Success);

@@ -26,10 +26,13 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -72,6 +75,27 @@ QStringList tenQuotes()
         quotes << (index % 2 == 0 ? u"Quote %1, café"_s.arg(index)
                                   : u"Quote %1 over\n  two lines — Author %1"_s.arg(index));
     return quotes;
+}
+
+// Quotes as a file on disk (with |index| as its "quotes.dat") gives them back, with the
+// way the import chose.
+QStringList quotesOfFile(const QByteArray& bytes, QBSeparatorChoice* chosen = nullptr,
+                         const QByteArray& index = {})
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"quotes"_s);
+    EXPECT_TRUE(writeFileBytes(path, bytes));
+    if (!index.isEmpty()) {
+        EXPECT_TRUE(writeFileBytes(path + u".dat"_s, index));
+    }
+    const QBQuoteFile file = QBQuoteFile::load(path);
+    EXPECT_TRUE(file.ok()) << file.error.toStdString();
+    if (file.isCollection)
+        return file.collectionQuotes;
+    EXPECT_TRUE(file.analysis.clear);
+    if (chosen != nullptr)
+        *chosen = file.analysis.choices.value(0);
+    return file.quotes(file.analysis.choices.value(0));
 }
 
 // A temporary quotes.db holding one quote, auto-saver, undo, the build's help and a browser stub.
@@ -127,6 +151,12 @@ protected:
         static_cast<QDialog*>(dialog)->accept();
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_EQ(window.findChild<QFileDialog*>(), nullptr);
+        waitForReading();
+    }
+    // The files are read on the thread pool; what follows comes once they are.
+    static void waitForReading()
+    {
+        EXPECT_TRUE(QTest::qWaitFor([] { return !H::isReadingFiles(); }, 20000));
     }
     void importText(const QString& text) { importFile(fileWith(text.toUtf8())); }
 
@@ -250,6 +280,7 @@ TEST_F(BatchImportFlowTest, SeveralFilesAreOneStepAndRepeatedQuotesCanBeSkipped)
     const QStringList files{fileWith("Earlier quote\n%\nNew one\n"),
                             fileWith("New one\n\nAnother\n"), fileWith(QByteArray("\0\1\0\2", 4))};
     H::importFiles(files);
+    waitForReading();
     const QStringList all{u"Earlier quote"_s, u"Earlier quote"_s, u"New one"_s, u"New one"_s,
                           u"Another"_s};
     EXPECT_EQ(savedContents(), all);
@@ -266,6 +297,107 @@ TEST_F(BatchImportFlowTest, SeveralFilesAreOneStepAndRepeatedQuotesCanBeSkipped)
     undoManager.undo();
     EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s});
     EXPECT_FALSE(undoManager.canUndo());
+}
+
+TEST_F(BatchImportFlowTest, HundredsOfFilesAreReadOffTheWindowWithProgressAndCancel)
+{
+    // 400 fortune files of 25 quotes of about 1 KB: 10 MB, as many as Debian ships.
+    const QString long1K = u"A line of a long quote, café — "_s.repeated(32);
+    QStringList files;
+    for (int file = 0; file < 400; ++file) {
+        QStringList quotes;
+        for (int index = 0; index < 25; ++index)
+            quotes << u"%1.%2 %3"_s.arg(file).arg(index).arg(long1K);
+        files << fileWith((quotes.join(u"\n%\n"_s) + u'\n').toUtf8());
+    }
+
+    // A timer queued on the window's thread fires while the files are still being read.
+    bool timerFiredWhileReading = false;
+    H::importFiles(files);
+    EXPECT_TRUE(H::isReadingFiles());
+    QTimer::singleShot(0, [&] { timerFiredWhileReading = H::isReadingFiles(); });
+    waitForReading();
+    EXPECT_TRUE(timerFiredWhileReading);
+    ASSERT_EQ(repository().mQuotes.size(), 1u + 400 * 25);
+    EXPECT_EQ(QString::fromStdString(repository().mQuotes[1].mContent), u"0.0 "_s + long1K);
+    EXPECT_EQ(QString::fromStdString(repository().mQuotes.back().mContent), u"399.24 "_s + long1K);
+    EXPECT_EQ(lastMessageText(), u"Imported 10,000 quotes from 400 files."_s);
+    undoManager.undo(); // one step
+    EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s});
+    EXPECT_FALSE(undoManager.canUndo());
+
+    // Reading that takes a while shows its progress; Cancel imports nothing.
+    H::setProgressDelay(std::chrono::milliseconds(0));
+    H::importFiles(files);
+    QProgressDialog* progress = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        progress = window.findChild<QProgressDialog*>();
+        return progress != nullptr && progress->isVisible();
+    }));
+    H::setProgressDelay(std::chrono::milliseconds(400));
+    EXPECT_EQ(progress->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(progress->maximum(), 400);
+    EXPECT_EQ(progress->labelText(), u"Reading 400 files…"_s);
+    QTest::mouseClick(progress->findChild<QPushButton*>(), Qt::LeftButton);
+    waitForReading();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(window.findChild<QProgressDialog*>(), nullptr);
+    EXPECT_EQ(savedContents(), QStringList{u"Earlier quote"_s});
+    EXPECT_EQ(repository().mQuotes.size(), 1u);
+    EXPECT_FALSE(undoManager.canUndo());
+    EXPECT_TRUE(logged(qblog::Level::Info).contains(u"Import of 400 files cancelled"_s));
+}
+
+TEST_F(BatchImportFlowTest, AnExportThatWouldChangeQuotesSaysSoFirstAndOffersJson)
+{
+    repository().addNewQuote()->mContent = "Art\n%\nwith a percent line";
+    const QStringList collection{u"Earlier quote"_s, u"Art\n%\nwith a percent line"_s};
+    const QString fortunePath = home.filePath(u"all.fortune"_s);
+    ASSERT_TRUE(writeFileBytes(home.filePath(u"all.json"_s), "taken"));
+    for (const QString& answer : {u"Cancel"_s, u"Export as JSON"_s, u"Export Anyway"_s}) {
+        SCOPED_TRACE(answer.toStdString());
+        QFile::remove(fortunePath); // no question about replacing it
+        H::exportFromWindow({});
+        auto* dialog = window.findChild<QFileDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        dialog->selectNameFilter(dialog->nameFilters().first()); // fortune
+        dialog->selectFile(fortunePath);
+        static_cast<QDialog*>(dialog)->accept();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        // Asked before anything is written (once the export is read back off the window).
+        ASSERT_TRUE(QTest::qWaitFor([this] { return openBox() != nullptr; }, 10000));
+        QMessageBox* box = openBox();
+        EXPECT_EQ(box->windowModality(), Qt::WindowModal);
+        EXPECT_EQ(box->text(), u"1 of the 2 quotes would not read back as it is from a fortune "
+                               u"file, where a line “%” separates quotes."_s);
+        EXPECT_EQ(box->defaultButton()->text(), u"Export as &JSON"_s);
+        EXPECT_FALSE(QFile::exists(fortunePath));
+        QAbstractButton* button = nullptr;
+        for (QAbstractButton* candidate : box->buttons()) {
+            if (candidate->text().remove(u'&') == answer)
+                button = candidate;
+        }
+        ASSERT_NE(button, nullptr);
+        QTest::mouseClick(button, Qt::LeftButton);
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(openBox(), nullptr);
+        EXPECT_EQ(QFile::exists(fortunePath), answer == u"Export Anyway"_s);
+        if (answer == u"Export as JSON"_s) {
+            EXPECT_EQ(lastMessageText(), u"Exported 2 quotes to “all 2.json”."_s);
+        }
+        if (answer == u"Export Anyway"_s) {
+            EXPECT_EQ(lastMessageText(), u"Exported 2 quotes to “all.fortune”. 1 of them will "
+                                         u"not read back as it is."_s);
+        }
+    }
+    // Anyway: the fortune file, and the message says what it will not give back.
+    EXPECT_EQ(quotesOfFile(readFileBytes(fortunePath)),
+              QStringList({u"Earlier quote"_s, u"Art"_s, u"with a percent line"_s}));
+    // As JSON: beside it, without replacing the "all.json" already there.
+    std::vector<CQuoteRecord> json;
+    readQuotesFile(home.stdPath(u"all 2.json"_s), json);
+    EXPECT_EQ(column(json), collection);
+    EXPECT_EQ(readFileBytes(home.filePath(u"all.json"_s)), "taken");
 }
 
 TEST_F(BatchImportFlowTest, EveryFileImportsItsTextOrGivesItsMessageChangingNothing)
@@ -378,22 +510,6 @@ TEST(ImportTextTest, EncodingIsFoundFromTheBytes)
               u"character 2)"_s);
 }
 
-// Quotes as a file on disk gives them back, with the way the import chose.
-QStringList quotesOfFile(const QByteArray& bytes, QBSeparatorChoice* chosen = nullptr)
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath(u"quotes"_s);
-    EXPECT_TRUE(writeFileBytes(path, bytes));
-    const QBQuoteFile file = QBQuoteFile::load(path);
-    EXPECT_TRUE(file.ok()) << file.error.toStdString();
-    if (file.isCollection)
-        return file.collectionQuotes;
-    EXPECT_TRUE(file.analysis.clear);
-    if (chosen != nullptr)
-        *chosen = file.analysis.choices.value(0);
-    return file.quotes(file.analysis.choices.value(0));
-}
-
 TEST(ImportTextTest, FortuneFilesAreCutAtWholePercentLinesWhateverTheirShare)
 {
     // A quote of 15 lines (so "%" stands in far fewer than a tenth of the lines) holding a
@@ -413,6 +529,52 @@ TEST(ImportTextTest, FortuneFilesAreCutAtWholePercentLinesWhateverTheirShare)
     EXPECT_EQ(chosen.quoteCount, 2);
     EXPECT_EQ(quotesOfFile(QString(text).replace(u"\n"_s, u"\r\n"_s).toUtf8()), expected);
     EXPECT_EQ(quotesOfFile(text.toLatin1()), expected);
+}
+
+// The index strfile writes: version, count, longest, shortest, flags, the delimiter, then
+// an offset per quote and one for the end (their values do not matter to the import).
+QByteArray strfileIndex(quint32 count, quint32 flags, char delimiter = '%')
+{
+    QByteArray index;
+    for (const quint32 word : {2u, count, 80u, 1u, flags}) {
+        const quint32 bigEndian = qToBigEndian(word);
+        index.append(reinterpret_cast<const char*>(&bigEndian), 4);
+    }
+    index += delimiter + QByteArray(3, '\0') + QByteArray(4 * (count + 1), '\0');
+    return index;
+}
+
+TEST(ImportTextTest, AFortuneFilesIndexAndItsOwnRulesDecideTheQuotes)
+{
+    QStringList bannerLines;
+    for (int line = 0; line < 12; ++line)
+        bannerLines << u"  /__ banner line %1 __/"_s.arg(line);
+    const QByteArray banner = bannerLines.join(u'\n').toUtf8() + '\n';
+    QBSeparatorChoice chosen;
+    // Indexed as one quote: the whole banner, not a quote per line.
+    EXPECT_EQ(quotesOfFile(banner, &chosen, strfileIndex(1, 0)),
+              QStringList{bannerLines.join(u'\n')});
+    EXPECT_EQ(chosen.name(), u"%"_s);
+    // An index marked ROT13 (the offensive collections) is decoded.
+    EXPECT_EQ(quotesOfFile("Gur dhvpx oebja sbk, 100%\n%\nUryyb, Jbeyq!\n", nullptr,
+                           strfileIndex(2, 0x4)),
+              QStringList({u"The quick brown fox, 100%"_s, u"Hello, World!"_s}));
+    // Another delimiter named by the index.
+    EXPECT_EQ(quotesOfFile("one\n#\ntwo\n", nullptr, strfileIndex(2, 0, '#')),
+              QStringList({u"one"_s, u"two"_s}));
+    // A ".dat" of another kind (its size does not fit the count) is no index.
+    QByteArray notIndex = strfileIndex(1, 0);
+    notIndex.chop(1);
+    EXPECT_EQ(quotesOfFile(banner, &chosen, notIndex), bannerLines);
+    EXPECT_EQ(chosen.name(), u"line"_s);
+
+    // Without an index: a "%" ending a single quote still makes a fortune file, and a
+    // "%" with white space before it is art, not a separator.
+    EXPECT_EQ(quotesOfFile("Only one\n-- Someone\n%\n", &chosen),
+              QStringList{u"Only one\n-- Someone"_s});
+    EXPECT_EQ(chosen.name(), u"%"_s);
+    EXPECT_EQ(quotesOfFile("  (\n  %\n (#)\n%\nNext\n"),
+              QStringList({u"  (\n  %\n (#)"_s, u"Next"_s}));
 }
 
 TEST(ImportTextTest, EveryWayOfCuttingIsCountedMostLikelyFirst)
@@ -462,41 +624,92 @@ TEST(ImportTextTest, EveryWayOfCuttingIsCountedMostLikelyFirst)
     }
     EXPECT_EQ(QBSeparatorChoice::fromName(u"blank"_s).split(u"a\n\n\n b \n"_s),
               QStringList({u"a"_s, u" b "_s}));
+
+    // ASCII art repeats many lines without letters: only the five most frequent are offered.
+    QStringList art;
+    for (int row = 0; row < 8; ++row) {
+        for (int times = 0; times < row + 2; ++times)
+            art << u"text %1.%2"_s.arg(row).arg(times) << QString(row + 3, u'*');
+    }
+    const QBQuoteTextAnalysis analysis = QBQuoteTextAnalysis::analyze(art.join(u'\n'));
+    QStringList lines;
+    for (const QBSeparatorChoice& choice : analysis.choices) {
+        if (choice.kind == QBSeparatorChoice::Kind::Line)
+            lines << choice.line;
+    }
+    EXPECT_EQ(lines, QStringList({u"**********"_s, u"*********"_s, u"********"_s, u"*******"_s,
+                                  u"******"_s}));
 }
 
-TEST(ImportTextTest, ExportsReadBackAsTheSameQuotesByteForByte)
+TEST(ImportTextTest, ExportsReadBackAsTheSameQuotesByteForByteOrSaySoBeforehand)
 {
-    std::vector<CQuoteRecord> quotes;
-    for (const char* text :
-         {"Plain", "Two\nlines", "  indented\n\twith a tab ", "Ends with a line break\n",
-          "\nStarts with one", "Growth of 100%", "Ünïcödé “quotes” — 𝄞", "Has\n\na blank line",
-          "Has\n%\na percent line"})
-        quotes.emplace_back(text, "");
     using Format = QBQuoteExport::Format;
-    EXPECT_EQ(QBQuoteExport::exportedBytes({quotes[0], quotes[3]}, Format::Fortune),
-              "Plain\n%\nEnds with a line break\n\n%\n");
+    const auto records = [](std::initializer_list<const char*> texts) {
+        std::vector<CQuoteRecord> quotes;
+        for (const char* text : texts)
+            quotes.emplace_back(text, "");
+        return quotes;
+    };
+    const std::vector<CQuoteRecord> plain =
+        records({"Plain", "Two\nlines", "  indented\n\twith a tab ", "Growth of 100%",
+                 "Ünïcödé “quotes” — 𝄞", "Art\n  %\n (#)"});
+    std::vector<CQuoteRecord> fortuneSafe = plain;
+    for (const CQuoteRecord& quote :
+         records({"Ends with a line break\n", "\nStarts with one", "Has\n\na blank line"}))
+        fortuneSafe.push_back(quote);
+    EXPECT_EQ(QBQuoteExport::exportedBytes(records({"Plain", "Ends\n"}), Format::Fortune),
+              "Plain\n%\nEnds\n\n%\n");
+    const auto readBack = [](const std::vector<CQuoteRecord>& quotes, Format format) {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"export"_s);
+        EXPECT_EQ(QBQuoteExport::writeExport(path, quotes, format), std::nullopt);
+        return quotesOfFile(readFileBytes(path));
+    };
+    // What is counted as safe comes back as it was, byte for byte.
     const struct
     {
         Format format;
-        qsizetype holdingTheirSeparator;
-    } formats[] = {{Format::Fortune, 1}, {Format::Text, 4}, {Format::Json, 0}};
-    for (const auto& [format, holding] : formats) {
+        std::vector<CQuoteRecord> quotes;
+    } safe[] = {{Format::Fortune, fortuneSafe},
+                {Format::Fortune, records({"Two\nlines"})}, // one quote is still a fortune file
+                {Format::Text, plain},
+                {Format::Json, fortuneSafe}};
+    for (const auto& [format, quotes] : safe) {
         SCOPED_TRACE(QBQuoteExport::fileSuffix(format).toStdString());
-        EXPECT_EQ(QBQuoteExport::quotesHoldingTheirSeparator(quotes, format), holding);
-        // What holds its own separator is left out; everything else comes back as it was.
-        std::vector<CQuoteRecord> safe;
-        std::copy_if(quotes.begin(), quotes.end(), std::back_inserter(safe),
-                     [format](const CQuoteRecord& quote) {
-                         return QBQuoteExport::quotesHoldingTheirSeparator({quote}, format) == 0;
-                     });
-        EXPECT_EQ(qsizetype(safe.size()), qsizetype(quotes.size()) - holding);
-        QTemporaryDir folder;
-        const QString path = folder.filePath(u"export"_s);
-        ASSERT_EQ(QBQuoteExport::writeExport(path, safe, format), std::nullopt);
-        EXPECT_EQ(quotesOfFile(readFileBytes(path)), column(safe));
+        EXPECT_EQ(QBQuoteExport::quotesNotReadingBack(quotes, format), 0);
+        EXPECT_EQ(readBack(quotes, format), column(quotes));
     }
+    // What is not is counted before it is written: the quotes that do not come back.
+    std::vector<CQuoteRecord> withPercentLine = fortuneSafe;
+    withPercentLine.emplace_back("Has\n%\na percent line", "");
+    std::vector<CQuoteRecord> withBlankLine = plain;
+    withBlankLine.emplace_back("Has\n\na blank line", "");
+    const struct
+    {
+        const char* name;
+        Format format;
+        std::vector<CQuoteRecord> quotes;
+        qsizetype lost;
+    } losing[] = {
+        {"fortune, a line \"%\"", Format::Fortune, withPercentLine, 1},
+        {"text, a blank line", Format::Text, withBlankLine, 1},
+        // A "%" line makes plain text a fortune file: every quote runs into the next.
+        {"text, a line \"%\"", Format::Text, withPercentLine, 10},
+        // A line repeated across quotes is taken for their separator.
+        {"text, a repeated line", Format::Text, records({"a\n----\nb", "c\n----\nd", "e"}), 3},
+        // A lone quote of several lines asks how to cut it.
+        {"text, a single quote", Format::Text, records({"Two\nlines"}), 1},
+        {"JSON, anything", Format::Json, withPercentLine, 0},
+    };
+    for (const auto& [name, format, quotes, lost] : losing) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(QBQuoteExport::quotesNotReadingBack(quotes, format), lost);
+    }
+    QStringList back = readBack(withBlankLine, Format::Text);
+    EXPECT_EQ(back.mid(back.size() - 2), QStringList({u"Has"_s, u"a blank line"_s}));
+
     const std::optional<QString> refused =
-        QBQuoteExport::writeExport(u"/nonexistent-folder/export"_s, quotes, Format::Json);
+        QBQuoteExport::writeExport(u"/nonexistent-folder/export"_s, plain, Format::Json);
     ASSERT_TRUE(refused.has_value());
     EXPECT_FALSE(QFile::exists(u"/nonexistent-folder/export"_s));
 }
