@@ -1,5 +1,6 @@
-// Shared main() of every test binary: the whole process runs with HOME and XDG_*
-// in a temporary folder, and Qt on the offscreen platform unless told otherwise.
+// Shared main() of every test binary: the whole process runs with HOME, XDG_* and TMPDIR
+// in a temporary folder that goes when it ends, and Qt on the offscreen platform unless
+// told otherwise.
 #include "TestHome.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +18,7 @@ using QBTestApplication = QCoreApplication;
 int main(int argc, char** argv)
 {
     ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    QBTestHome processHome;
+    installProcessTestHome();
     QBTestApplication application(argc, argv);
     QBTestApplication::setApplicationName(QStringLiteral("quillbox2-tests"));
     ::testing::InitGoogleTest(&argc, argv);
