@@ -93,7 +93,7 @@ void removeProcessHome()
 void endProgramsLivingIn(const std::string& path)
 {
     const std::string home = "HOME=" + path + "/";
-    const std::string temporary = "TMPDIR=" + path + "/";
+    const std::string temporary = "TMPDIR=" + path;
     DIR* processes = ::opendir("/proc");
     if (!processes) {
         return;
@@ -106,7 +106,8 @@ void endProgramsLivingIn(const std::string& path)
         std::ifstream environment("/proc/" + std::string(entry->d_name) + "/environ");
         std::string variable;
         while (std::getline(environment, variable, '\0')) {
-            if (variable.starts_with(home) || variable.starts_with(temporary)) {
+            if (variable.starts_with(home) || variable == temporary ||
+                variable.starts_with(temporary + "/")) {
                 ::kill(pid, SIGKILL);
                 break;
             }
@@ -154,9 +155,7 @@ void startRemoverAfterExit(const std::string& path)
 void installProcessTestHome()
 {
     gProcessHome = new QBTestHome;
-    const QString temporary = gProcessHome->filePath(QStringLiteral("tmp"));
-    QDir().mkpath(temporary);
-    ::setenv("TMPDIR", QFile::encodeName(temporary).constData(), 1);
+    ::setenv("TMPDIR", QFile::encodeName(gProcessHome->path()).constData(), 1);
     startRemoverAfterExit(QFile::encodeName(gProcessHome->path()).toStdString());
     // Registered before any static of the tests exists, so it runs after their
     // destructors, which may still write (settings flushed at exit).
@@ -169,6 +168,8 @@ void removeTree(const QString& path)
 }
 
 QBTestHome::QBTestHome()
+    // Short: the single-instance socket lies inside, and socket paths end at 107 bytes.
+    : mDir(QDir::tempPath() + QStringLiteral("/qbtest-XXXXXX"))
 {
     // QTemporaryDir gives up on what a test made unwritable or too deep; removeTree does not.
     mDir.setAutoRemove(false);
