@@ -280,7 +280,8 @@ TEST_F(QuotesWindowTest, FilterAndListKeysUndoShowsHiddenQuotesAndEmptyListsSayS
             QTest::mouseClick(button, Qt::LeftButton);
     }
     // The window manager gives the window back the keyboard when the question closes.
-    QApplication::setActiveWindow(mWindow);
+    mWindow->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(mWindow));
     settle();
     EXPECT_EQ(placeholder->text(),
               QStringLiteral("No quotes yet. Add one, or import many from a text file."));
