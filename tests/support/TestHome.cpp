@@ -10,6 +10,7 @@
 #include <linux/fs.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -131,7 +132,15 @@ void startRemoverAfterExit(const std::string& path)
     const pid_t child = ::fork();
     if (child != 0) {
         ::close(ends[0]); // the write end stays open, unseen by programs the tests start
+        if (child > 0) {
+            ::waitpid(child, nullptr, 0);
+        }
         return;
+    }
+    // Forked once more and left by the first child, so it is no descendant of the test:
+    // a runner ending a test that timed out kills the test's whole tree of processes.
+    if (::fork() != 0) {
+        ::_exit(0);
     }
     ::setsid();
     ::signal(SIGINT, SIG_IGN);
