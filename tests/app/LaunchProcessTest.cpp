@@ -409,7 +409,7 @@ TEST(LaunchProcessTest, TextTypedIntoTheEditorIsSavedByCtrlQAndBySigterm)
         const QString window =
             display.xdotool({u"search"_s, u"--sync"_s, u"--name"_s, u"^quillbox2"_s});
         ASSERT_FALSE(window.isEmpty());
-        display.xdotool({u"windowfocus"_s, window.section(u'\n', 0, 0)});
+        display.xdotool({u"windowfocus"_s, u"--sync"_s, window.section(u'\n', 0, 0)});
         // Filter field, down into the list (the first quote), Return to edit it, type.
         display.xdotool({u"key"_s, u"--delay"_s, u"100"_s, u"ctrl+f"_s, u"Down"_s, u"Return"_s});
         display.xdotool({u"type"_s, u"Typed, never confirmed. "_s});

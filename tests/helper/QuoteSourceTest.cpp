@@ -4,10 +4,20 @@
 #include "core/FileIdentity.h"
 #include "core/QuotesDocument.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <future>
 #include <set>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -132,6 +142,60 @@ TEST(QuoteSourceTest, AnOrderOfManyBlocksIsKeptWholeAndServesTheRound)
     EXPECT_EQ(picked.size(), 40);
     // Kept, not made again (a new order is a new file): it served every later pick.
     EXPECT_EQ(fileIdentityAt(orderPath.toStdString()), kept);
+}
+
+// quotes.db and a FIFO trade places as fast as the system lets them, so sooner or later one
+// is swapped in between any look at the path and the open: no pick may wait on the FIFO
+// for a writer (the helper would stop for good, a mail client running --print with it).
+TEST(QuoteSourceTest, AFifoSwappedInAtAnyMomentNeverBlocksAPick)
+{
+    QBTestHome home;
+    helperworld::writeQuotes({QStringLiteral("One"), QStringLiteral("Two")});
+    const QByteArray db = QFile::encodeName(helperworld::quotesDbPath());
+    const QByteArray fifo = db + ".fifo";
+    ASSERT_EQ(::mkfifo(fifo.constData(), 0600), 0);
+    ASSERT_EQ(::renameat2(AT_FDCWD, db.constData(), AT_FDCWD, fifo.constData(), RENAME_EXCHANGE), 0)
+        << "the file system cannot exchange names";
+    std::atomic<bool> swapping = true;
+    std::thread swapper([&] {
+        while (swapping) {
+            ::renameat2(AT_FDCWD, db.constData(), AT_FDCWD, fifo.constData(), RENAME_EXCHANGE);
+        }
+    });
+    const auto stopSwapping = [&] {
+        swapping = false;
+        swapper.join();
+    };
+    int picked = 0;
+    int refused = 0;
+    for (int i = 0; i < 500; ++i) {
+        for (const Access access : kAccesses) {
+            std::future<QBHelperQuoteSource::Pick> pick = std::async(
+                std::launch::async, [access] { return QBHelperQuoteSource::nextQuote(access); });
+            if (pick.wait_for(std::chrono::seconds(10)) != std::future_status::ready) {
+                stopSwapping();
+                // A writer lets the waiting open return, so the test can end.
+                for (const QByteArray& name : {db, fifo}) {
+                    const int writer = ::open(name.constData(), O_WRONLY | O_NONBLOCK);
+                    if (writer >= 0) {
+                        ::close(writer);
+                    }
+                }
+                FAIL() << "pick " << i << " waited on the FIFO for a writer";
+            }
+            const QBHelperQuoteSource::Pick result = pick.get();
+            if (result.content) {
+                ++picked;
+            } else {
+                EXPECT_TRUE(result.problem.endsWith(QStringLiteral("is not a regular file")))
+                    << result.problem.toStdString();
+                ++refused;
+            }
+        }
+    }
+    stopSwapping();
+    EXPECT_GT(picked, 0);
+    EXPECT_GT(refused, 0);
 }
 
 } // namespace

@@ -10,10 +10,13 @@
 #include <linux/fs.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
+#include <fstream>
 #include <stdexcept>
 #include <string>
 
@@ -77,7 +80,96 @@ void removeEntry(int folder, const char* name)
     }
 }
 
+QBTestHome* gProcessHome = nullptr;
+
+void removeProcessHome()
+{
+    delete gProcessHome;
+    gProcessHome = nullptr;
+}
+
+// Kills what a test started and left running (the application or the helper of a killed
+// test): every process whose HOME or TMPDIR lies in |path|, which is where the tests point
+// the programs they start.
+void endProgramsLivingIn(const std::string& path)
+{
+    const std::string home = "HOME=" + path + "/";
+    const std::string temporary = "TMPDIR=" + path;
+    DIR* processes = ::opendir("/proc");
+    if (!processes) {
+        return;
+    }
+    while (const dirent* entry = ::readdir(processes)) {
+        const pid_t pid = static_cast<pid_t>(std::atoi(entry->d_name));
+        if (pid <= 0 || pid == ::getpid()) {
+            continue;
+        }
+        std::ifstream environment("/proc/" + std::string(entry->d_name) + "/environ");
+        std::string variable;
+        while (std::getline(environment, variable, '\0')) {
+            if (variable.starts_with(home) || variable == temporary ||
+                variable.starts_with(temporary + "/")) {
+                ::kill(pid, SIGKILL);
+                break;
+            }
+        }
+    }
+    ::closedir(processes);
+}
+
+// Forks a process that waits until this one has ended, whatever way (a crash, SIGKILL from
+// a timeout), and then removes |path|. It learns of the end from a pipe whose only writer
+// is this process: the read returns when the kernel closes it. What the test started and
+// left running is ended first, so it cannot write the tree again. It leaves the session so a
+// Ctrl+C or a kill of the process group spares it, and keeps none of the caller's
+// descriptors, so nobody waiting for the test's output waits for it.
+void startRemoverAfterExit(const std::string& path)
+{
+    int ends[2];
+    if (::pipe2(ends, O_CLOEXEC) != 0) {
+        return;
+    }
+    const pid_t child = ::fork();
+    if (child != 0) {
+        ::close(ends[0]); // the write end stays open, unseen by programs the tests start
+        if (child > 0) {
+            ::waitpid(child, nullptr, 0);
+        }
+        return;
+    }
+    // Forked once more and left by the first child, so it is no descendant of the test:
+    // a runner ending a test that timed out kills the test's whole tree of processes.
+    if (::fork() != 0) {
+        ::_exit(0);
+    }
+    ::setsid();
+    ::signal(SIGINT, SIG_IGN);
+    ::signal(SIGHUP, SIG_IGN);
+    const int null = ::open("/dev/null", O_RDWR);
+    for (int descriptor = 0; descriptor <= 2; ++descriptor) {
+        ::dup2(null, descriptor);
+    }
+    ::close_range(3, static_cast<unsigned>(ends[0]) - 1, 0);
+    ::close_range(static_cast<unsigned>(ends[0]) + 1, ~0U, 0);
+    char byte;
+    while (::read(ends[0], &byte, 1) != 0 && errno == EINTR) {
+    }
+    endProgramsLivingIn(path);
+    removeEntry(AT_FDCWD, path.c_str());
+    ::_exit(0);
+}
+
 } // namespace
+
+void installProcessTestHome()
+{
+    gProcessHome = new QBTestHome;
+    ::setenv("TMPDIR", QFile::encodeName(gProcessHome->path()).constData(), 1);
+    startRemoverAfterExit(QFile::encodeName(gProcessHome->path()).toStdString());
+    // Registered before any static of the tests exists, so it runs after their
+    // destructors, which may still write (settings flushed at exit).
+    std::atexit(removeProcessHome);
+}
 
 void removeTree(const QString& path)
 {
@@ -85,6 +177,8 @@ void removeTree(const QString& path)
 }
 
 QBTestHome::QBTestHome()
+    // Short: the single-instance socket lies inside, and socket paths end at 107 bytes.
+    : mDir(QDir::tempPath() + QStringLiteral("/qbtest-XXXXXX"))
 {
     // QTemporaryDir gives up on what a test made unwritable or too deep; removeTree does not.
     mDir.setAutoRemove(false);

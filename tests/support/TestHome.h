@@ -30,6 +30,12 @@ private:
     std::map<std::string, std::optional<std::string>> mSaved;
 };
 
+// Gives the whole test process a QBTestHome, with TMPDIR inside it so that every temporary
+// folder the tests (and the programs they start) make goes with it. It is removed when the
+// process ends, however it ends: at exit, and by a small watcher process when the test
+// crashes or is killed. Call it first thing in main(), before any static is made.
+void installProcessTestHome();
+
 // Removes |path| and everything below it, whatever the tests did to it: folders without
 // permissions, immutable entries (as root), paths longer than the system's limit.
 void removeTree(const QString& path);
