@@ -89,8 +89,10 @@ lintian)
     exit 77
   fi
   deb=$(ls "$work"/deb/quillbox2_"$version"-*.deb)
-  # Errors and warnings fail; informational tags are only shown.
-  lintian --fail-on error,warning --tag-display-limit 0 "$deb"
+  # Errors and warnings fail; informational tags are only shown. lintian's own cache
+  # files go into the check's folder, not into /tmp, where it leaves them.
+  mkdir -p "$work/lintian-tmp"
+  TMPDIR="$work/lintian-tmp" lintian --fail-on error,warning --tag-display-limit 0 "$deb"
   echo "lintian: no errors or warnings"
   ;;
 apt-install)
