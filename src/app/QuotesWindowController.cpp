@@ -274,8 +274,9 @@ void QBQuotesWindowController::setUpSignatureState()
     mUi->quotesListView->setItemDelegate(new QBQuoteRowDelegate(
         style()->standardIcon(QStyle::SP_DialogApplyButton), mUi->quotesListView));
     auto* statusBar = new QBSignatureStatusBar(mSignatureState, mNextQuoteAction, this);
-    connect(statusBar, &QBSignatureStatusBar::chooseFileRequested, mSettingsView,
-            &QBSettingsViewController::pathFieldClicked);
+    // The same chooser as the Quotes menu's and the first-run hint's.
+    connect(statusBar, &QBSignatureStatusBar::chooseFileRequested, this,
+            &QBQuotesWindowController::chooseSignatureFile);
     setStatusBar(statusBar);
     mSettingsView->setSignatureState(mSignatureState);
 }
